@@ -1,0 +1,5 @@
+#include "SMBIOS/SMBIOSTable.h"
+
+void SMBIOSTable::initializeGlobalTable(unsigned char) {}
+
+void SMBIOSTable::terminateGlobalTable() {}
