@@ -1,0 +1,47 @@
+#include "com/VexAttribIds.h"
+#include "com/VexCatalog.h"
+#include "com/catalog/CatalogCheck.h"
+
+// clang-format off
+constexpr vexEnumDef ADAPTER_TYPE_ENUM_DEF[] = {
+    {1,       "Unknown"},
+    {2,       "Other"},
+    {3,       "Ethernet Adapter"},
+    {4,       "Token Ring Adapter"},
+    {5,       "Fibre Channel Adapter"},
+    {6,       "Serial Line IP"},
+    {7,       "Enterprise Systems Connection"},
+    {8,       "Channel to channel interface"},
+    {9,       "IUCV"},
+    {10,      "PPP Adapter"},
+    {11,      "CSMA CD Adapter"},
+    {12,      "Token Passing Bus Adapter"},
+    {13,      "Metro Net Adapter"},
+    {14,      "ISO HDLC Adapter"},
+    {15,      "Character Syncronous Adapter"},
+    {16,      "Qrm Channel to Channel Adapter"},
+    {17,      "FDDI Adapter"},
+    {19,      "Loopback Adapter"},
+    {VEX_END, nullptr},
+};
+
+constexpr vexAttribDef NET_ADPTR_ATTRS_DEF[] = {
+    // id                         name                 type          max  enumeration
+    {NET_ADPTR_INDEX,             "Index",             VEX_ULONG,    0,   nullptr},
+    {NET_ADPTR_ID,                "ID",                VEX_STRING,   32,  nullptr},
+    {NET_ADPTR_PERMANENT_ADDRESS, "Permanent Address", VEX_STRING,   64,  nullptr},
+    {NET_ADPTR_CURRENT_ADDRESS,   "Current Address",   VEX_STRING,   64,  nullptr},
+    {NET_ADPTR_TYPE,              "Type",              VEX_ULONG,    0,   ADAPTER_TYPE_ENUM_DEF},
+    {NET_ADPTR_MODEL,             "Model",             VEX_STRING,   255, nullptr},
+    {NET_ADPTR_MANUFACTURER,      "Manufacturer",      VEX_STRING,   128, nullptr},
+    {NET_ADPTR_INSTALL_DATE,      "Install Date",      VEX_DATETIME, 0,   nullptr},
+    {NET_ADPTR_CONNECTOR_TYPE,    "Connector Type",    VEX_STRING,   128, nullptr},
+    {VEX_END,                     nullptr,             0,            0,   nullptr},
+};
+
+constexpr uint32_t NETWORK_ADAPTER_KEYS_DEF[] = {NET_ADPTR_ID};
+// clang-format on
+
+static_assert(isAscending(ADAPTER_TYPE_ENUM_DEF), "type values: bad row");
+static_assert(isWellFormed(NET_ADPTR_ATTRS_DEF), "Network Adapter attributes: bad row");
+static_assert(areKeysOf(NETWORK_ADAPTER_KEYS_DEF, NET_ADPTR_ATTRS_DEF), "Network Adapter: key without attribute");
