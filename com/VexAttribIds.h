@@ -24,7 +24,7 @@ enum VexGroupId : unsigned long {
 
 /// Category bits of the debug log; the debug masks of the groups' catalog rows.
 enum VexDebugMask : unsigned int {
-    DEBUG_GENERAL = 0x1,  // no group's own bit
+    DEBUG_GENERAL = 0x1, // no group's own bit
     DEBUG_COMPONENTID = 0x2,
     DEBUG_PROCESSOR = 0x4,
     DEBUG_MEMORY = 0x8,

@@ -30,11 +30,11 @@ struct vexEnumDef {
 
 /// One attribute of a group. The terminator has the id VEX_END and every other field 0.
 struct vexAttribDef {
-    uint32_t id;              // unique within its group
-    const char* name;         // the report's element name is made from it
-    uint32_t type;            // VexType
-    uint32_t maxLength;       // characters of a VEX_STRING, 0 for other types
-    const vexEnumDef* enums;  // texts of a VEX_ULONG's values, or null
+    uint32_t id;             // unique within its group
+    const char* name;        // the report's element name is made from it
+    uint32_t type;           // VexType
+    uint32_t maxLength;      // characters of a VEX_STRING, 0 for other types
+    const vexEnumDef* enums; // texts of a VEX_ULONG's values, or null
 };
 
 /// One group. The terminator has the id VEX_END and every other field 0.
@@ -42,10 +42,10 @@ struct vexGroupDef {
     uint32_t id;
     const char* name;
     const vexAttribDef* attributes;
-    const uint32_t* keys;  // ids of the key attributes, or null
+    const uint32_t* keys; // ids of the key attributes, or null
     uint32_t numKeys;
     uint32_t version;
-    uint32_t debugMask;    // the group's category bit in the debug log
+    uint32_t debugMask; // the group's category bit in the debug log
 };
 
 extern const vexGroupDef GROUPS_DEF[];

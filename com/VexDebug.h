@@ -8,15 +8,15 @@
 // The debug log: one text file that every component writes through VexPrintf, filtered at the call site by two masks.
 
 /// Level bits of _vexDebugLevel. Bit 2 is accepted and tested by nobody.
-constexpr uint32_t VEX_LEVEL_MAIN = 1;    // main steps, banners and results
-constexpr uint32_t VEX_LEVEL_DETAIL = 4;  // every probe, every value read
+constexpr uint32_t VEX_LEVEL_MAIN = 1;   // main steps, banners and results
+constexpr uint32_t VEX_LEVEL_DETAIL = 4; // every probe, every value read
 
 extern uint32_t _vexDebugLevel;
 extern uint32_t _vexDebugCategory;
 
 // State of the log, shared with the sink VexOutput (com/VexGroup.cpp).
-extern uint32_t _vexLogToFile;  // 0 once the file could not be opened
-extern FILE* _vexFilePtr;       // null while the log is closed
+extern uint32_t _vexLogToFile; // 0 once the file could not be opened
+extern FILE* _vexFilePtr;      // null while the log is closed
 
 /// Opens the log, with rotation of an existing one to "<path>.bk"; a null or empty path means "libInvHW.log" in the
 /// current directory. Only the first of several calls opens; the others count. When the log cannot be opened one line
@@ -37,15 +37,16 @@ inline bool vexDebugWanted(uint32_t category, uint32_t level)
 }
 
 /// The one guarded log call: the arguments are evaluated only when the line is wanted.
-#define VEX_LOG(category, level, ...)           \
-    do {                                        \
-        if (vexDebugWanted((category), (level))) \
-            VexPrintf(__VA_ARGS__);             \
+#define VEX_LOG(category, level, ...)                                                                                  \
+    do {                                                                                                               \
+        if (vexDebugWanted((category), (level)))                                                                       \
+            VexPrintf(__VA_ARGS__);                                                                                    \
     } while (false)
 
 /// The frame that a collector draws round its lines in the log: banner and "Begin Group" when made, "End Group" and
 /// closing banner when it ends, on every way out of the function.
-class VexGroupFrame {
+class VexGroupFrame
+{
 public:
     /// name is the text that stands in the log, which is not always the catalog's; it must outlive the frame.
     VexGroupFrame(uint32_t category, const char* name);

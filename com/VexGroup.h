@@ -6,7 +6,8 @@ class VexTable;
 
 /// Base of every collector: one group of the catalog and the operation that collects it. Collectors are deleted through
 /// their own type, hence the plain destructor.
-class VexGroup {
+class VexGroup
+{
 public:
     VexGroup(unsigned long groupId, unsigned long version);
 
@@ -22,6 +23,6 @@ private:
     uint32_t groupId_;
 };
 
-/// The debug log's sink: writes text to the open log and flushes it at once, so that the log survives a crash. Returns 0
-/// on success or while logging to the file is off, 1 when the write failed.
+/// The debug log's sink: writes text to the open log and flushes it at once, so that the log survives a crash. Returns
+/// 0 on success or while logging to the file is off, 1 when the write failed.
 int VexOutput(const char* text);

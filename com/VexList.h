@@ -3,7 +3,8 @@
 /// An owning, singly linked list with one built-in cursor: the rows of a table, the attributes of a row. Elements come
 /// from new and are deleted with the list.
 template <typename T>
-class VexList {
+class VexList
+{
 public:
     VexList() = default;
     VexList(const VexList&) = delete;

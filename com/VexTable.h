@@ -7,7 +7,8 @@
 #include "com/VexTableRow.h"
 
 /// A collector's answer: the rows of one group.
-class VexTable {
+class VexTable
+{
 public:
     VexTable(unsigned long groupId, unsigned long version);
     /// The same with another catalog than GROUPS_DEF; catalog must outlive the table.

@@ -15,7 +15,8 @@
 ///                  VEX_DATETIME 26 characters without a terminator
 ///
 /// The stored type follows from the constructor: mind that a signed long is a time and an unsigned long a number.
-class VexTableAttrib {
+class VexTableAttrib
+{
 public:
     VexTableAttrib(unsigned long id, unsigned char value);
     VexTableAttrib(unsigned long id, unsigned short value);

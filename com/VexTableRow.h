@@ -6,7 +6,8 @@
 #include "com/VexTableAttrib.h"
 
 /// One row of a table: attributes in the order in which the collector added them.
-class VexTableRow {
+class VexTableRow
+{
 public:
     /// Appends attr, which the row owns from now on. Returns 1.
     int addAttrib(VexTableAttrib* attr);
@@ -20,9 +21,9 @@ public:
 
     /// The collectors' short forms of addAttrib: the name says which type of value is stored.
     void addULong(unsigned long id, uint32_t value);
-    void addString(unsigned long id, const char* text);  // text in the current locale
+    void addString(unsigned long id, const char* text); // text in the current locale
     void addFloat(unsigned long id, float value);
-    void addDateTime(unsigned long id, long time);       // seconds since the epoch
+    void addDateTime(unsigned long id, long time); // seconds since the epoch
 
 private:
     int32_t count_ = 0;

@@ -92,9 +92,9 @@ void TimeToVexDateTime(long time, char* dest)
 
 const char* getVexAttribTypeAsString(unsigned long type)
 {
-    static constexpr const char* const names[] = {"VEX_UCHAR", "VEX_USHORT", "VEX_ULONG",  "VEX_UQUAD",
-                                                  "VEX_FLOAT", "VEX_DOUBLE", "VEX_STRING", "VEX_OCTETSTRING",
-                                                  "VEX_DATETIME"};
+    static constexpr const char* const names[] = {"VEX_UCHAR",  "VEX_USHORT",      "VEX_ULONG",
+                                                  "VEX_UQUAD",  "VEX_FLOAT",       "VEX_DOUBLE",
+                                                  "VEX_STRING", "VEX_OCTETSTRING", "VEX_DATETIME"};
     return type >= VEX_UCHAR && type <= VEX_DATETIME ? names[type - VEX_UCHAR] : "Undefined Attrib Type";
 }
 
@@ -153,7 +153,7 @@ void PrintVexAttribValueToFile(FILE* stream, const unsigned char* record)
     case VEX_ULONG:
         fprintf(stream, "%lu", static_cast<unsigned long>(recordValue<uint32_t>(record)));
         break;
-    case VEX_UQUAD:  // the low word alone is shown, signed: readers of this text rely on it
+    case VEX_UQUAD: // the low word alone is shown, signed: readers of this text rely on it
         fprintf(stream, "%ld", static_cast<long>(recordValue<int32_t>(record)));
         break;
     case VEX_FLOAT:

@@ -7,9 +7,9 @@
 
 /// An incremental digest. Start with md5file_clear.
 struct md5file_context {
-    uint32_t state[4];        // A, B, C, D
-    uint64_t length;          // bytes added so far
-    unsigned char block[64];  // the bytes of the block that is not yet full
+    uint32_t state[4];       // A, B, C, D
+    uint64_t length;         // bytes added so far
+    unsigned char block[64]; // the bytes of the block that is not yet full
 };
 
 /// Resets the context to the standard initial state.
@@ -23,6 +23,6 @@ void md5file_hash(md5file_context* context, unsigned char digest[16]);
 /// Finishes the context and writes the digest as 32 lower-case hexadecimal digits and a NUL into out (33 bytes).
 void md5file_sprint_hash(md5file_context* context, char* out);
 
-/// The digest of text as 32 lower-case hexadecimal digits in a text that the caller frees with free(); null when text is
-/// null or empty or memory is short.
+/// The digest of text as 32 lower-case hexadecimal digits in a text that the caller frees with free(); null when text
+/// is null or empty or memory is short.
 char* md5_checksum(const char* text);

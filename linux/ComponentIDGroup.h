@@ -3,7 +3,8 @@
 #include "com/VexGroup.h"
 
 /// Collector of group "ComponentID": the machine as a product.
-class ComponentIDGroup final : public VexGroup {
+class ComponentIDGroup final : public VexGroup
+{
 public:
     ComponentIDGroup();
     VexTable* getTable() override;

@@ -1,7 +1,7 @@
 #include "linux/InvVexProv.h"
 
-#include "com/VexDebug.h"
 #include "SMBIOS/SMBIOSTable.h"
+#include "com/VexDebug.h"
 #include "linux/ComponentIDGroup.h"
 #include "linux/IpAddressGroup.h"
 #include "linux/LParGroup.h"
@@ -86,9 +86,9 @@ void vexInit(uint32_t category, uint32_t level, const char* logName)
 uint32_t* vexGetSupportedTables()
 {
     // The groups in report order. Fixed here: the catalog also describes groups that nothing collects.
-    const VexGroup* const reportOrder[] = {compID,         procGrp,  memGrp,     memModulesGrp, opSys,
-                                           strgGrp,        ipAddr,   networkAdapter, regional,  unixParams,
-                                           scanInfo,       partitionGrp, smbiosGrp,  pci,       lpar};
+    const VexGroup* const reportOrder[] = {compID,   procGrp,      memGrp,         memModulesGrp, opSys,
+                                           strgGrp,  ipAddr,       networkAdapter, regional,      unixParams,
+                                           scanInfo, partitionGrp, smbiosGrp,      pci,           lpar};
     uint32_t* const list = new uint32_t[32];
     uint32_t* next = list;
     for (const VexGroup* group : reportOrder)

@@ -3,7 +3,8 @@
 #include "com/VexGroup.h"
 
 /// Collector of group "Memory": physical memory, swap space, pages and memory slots.
-class MemoryGroup final : public VexGroup {
+class MemoryGroup final : public VexGroup
+{
 public:
     MemoryGroup();
     VexTable* getTable() override;

@@ -3,7 +3,8 @@
 #include "com/VexGroup.h"
 
 /// Collector of group "Memory Modules": one row for every memory module that the firmware lists.
-class MemoryModulesGroup final : public VexGroup {
+class MemoryModulesGroup final : public VexGroup
+{
 public:
     MemoryModulesGroup();
     VexTable* getTable() override;

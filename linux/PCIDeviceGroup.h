@@ -3,7 +3,8 @@
 #include "com/VexGroup.h"
 
 /// Collector of group "PCI Device": one row for every PCI device.
-class PCIDeviceGroup final : public VexGroup {
+class PCIDeviceGroup final : public VexGroup
+{
 public:
     PCIDeviceGroup();
     VexTable* getTable() override;

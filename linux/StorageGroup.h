@@ -3,7 +3,8 @@
 #include "com/VexGroup.h"
 
 /// Collector of group "Storage": one row for every physical or logical drive.
-class StorageGroup final : public VexGroup {
+class StorageGroup final : public VexGroup
+{
 public:
     StorageGroup();
     VexTable* getTable() override;

@@ -7,8 +7,7 @@
 
 int32_t parseLong(const char* text)
 {
-    return static_cast<int32_t>(
-        std::clamp<long long>(strtoll(text, nullptr, 10), INT32_MIN, INT32_MAX));
+    return static_cast<int32_t>(std::clamp<long long>(strtoll(text, nullptr, 10), INT32_MIN, INT32_MAX));
 }
 
 uint32_t parseULong(const char* text, int base)
@@ -19,7 +18,7 @@ uint32_t parseULong(const char* text, int base)
     if (negative || *text == '+')
         ++text;
     if (!isxdigit(static_cast<unsigned char>(*text)))
-        return 0;  // a second sign or a blank behind the sign is no number
+        return 0; // a second sign or a blank behind the sign is no number
     const unsigned long long magnitude = strtoull(text, nullptr, base);
     if (magnitude > UINT32_MAX)
         return UINT32_MAX;

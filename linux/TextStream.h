@@ -4,12 +4,14 @@
 #include <cstdio>
 
 /// Text that is read line by line from a file or from a command's output; closed with its scope.
-class TextStream {
+class TextStream
+{
 public:
     /// Opens a file for reading; the stream is null when that fails.
     static TextStream openFile(const char* path);
-    /// Starts a command through the shell and reads its standard output; null when no process can be started. command is
-    /// a fixed text or made of names of device nodes only: nothing that a file or another command printed reaches it.
+    /// Starts a command through the shell and reads its standard output; null when no process can be started. command
+    /// is a fixed text or made of names of device nodes only: nothing that a file or another command printed reaches
+    /// it.
     static TextStream runCommand(const char* command);
 
     using Close = int (*)(FILE*);
@@ -27,8 +29,8 @@ public:
     /// True when the stream is null or there is nothing left to read.
     bool atEnd();
 
-    /// Reads up to the end of the line, its newline included, but at most Size - 1 bytes: a longer line comes in pieces.
-    /// False at the end, on an error and for a null stream.
+    /// Reads up to the end of the line, its newline included, but at most Size - 1 bytes: a longer line comes in
+    /// pieces. False at the end, on an error and for a null stream.
     template <size_t Size>
     bool readLine(char (&line)[Size])
     {

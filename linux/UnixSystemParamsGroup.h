@@ -3,7 +3,8 @@
 #include "com/VexGroup.h"
 
 /// Collector of group "UNIX System Params": boot time, run level and host name.
-class UnixSystemParamsGroup final : public VexGroup {
+class UnixSystemParamsGroup final : public VexGroup
+{
 public:
     UnixSystemParamsGroup();
     VexTable* getTable() override;

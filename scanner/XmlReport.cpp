@@ -4,9 +4,9 @@
 #include <cstring>
 #include <memory>
 
+#include "codeset/kst.h"
 #include "com/Owned.h"
 #include "com/VexUtil.h"
-#include "codeset/kst.h"
 
 // Longest text of one value in the locale's encoding, in bytes; the report cuts what is longer.
 static constexpr size_t kMaxTextBytes = 20480;
@@ -53,7 +53,7 @@ void printXML(VexTable* table)
     while (VexTableRow* row = table->getNext()) {
         printRow(table, groupElement.get(), row, keyed);
         if (!keyed)
-            break;  // without keys rows could not be told apart: the first one is the group
+            break; // without keys rows could not be told apart: the first one is the group
     }
 }
 

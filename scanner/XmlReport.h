@@ -22,8 +22,8 @@ int isKey(const vexGroupDef* group, unsigned long attribId);
 /// nor converted, whatever stream is given. Returns 1 when it wrote one, 0 when there is none for this value.
 int PrintEnumActual(FILE* stream, const vexGroupDef* group, unsigned long attribId, const unsigned char* record);
 
-/// Writes a VEX_STRING record escaped and in UTF-8: its first 20480 bytes in the locale's encoding. Text that the locale
-/// cannot express is left out whole.
+/// Writes a VEX_STRING record escaped and in UTF-8: its first 20480 bytes in the locale's encoding. Text that the
+/// locale cannot express is left out whole.
 void PrintVexAttribStringToXMLFile(FILE* stream, const unsigned char* record);
 
 /// Escapes "&" and "<" of a NUL-terminated text in the locale's encoding and converts it to UTF-8. out must have room

@@ -22,7 +22,8 @@ static void occupyStandardStreams()
 // get the default action back.
 static void survivePipe()
 {
-    struct sigaction action {};
+    struct sigaction action {
+    };
     action.sa_handler = [](int) {};
     action.sa_flags = SA_RESTART;
     sigaction(SIGPIPE, &action, nullptr);

@@ -1,0 +1,46 @@
+#!/usr/bin/env bash
+# Everything that can be said about the sources without running them.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+status=0
+fail() {
+    printf 'lint: %s\n' "$*"
+    status=1
+}
+
+sources() { git ls-files --cached --others --exclude-standard "${@:-*.cpp}" "*.h"; }
+
+echo "== format"
+sources "*.cpp" | xargs clang-format --dry-run -Werror || fail "clang-format (run it with -i)"
+
+echo "== layers: scanner -> linux -> SMBIOS -> com, scanner -> codeset"
+# forbid FOLDER INCLUDED...: no file of the folder includes one of the others.
+forbid() {
+    local folder=$1 other
+    shift
+    for other in "$@"; do
+        ! grep -nE "^#include \"$other/" -r "$folder" --include='*.h' --include='*.cpp' || fail "$folder includes $other"
+    done
+}
+forbid com SMBIOS linux codeset scanner tests
+forbid SMBIOS linux codeset scanner tests
+forbid linux codeset scanner tests
+forbid codeset com SMBIOS linux scanner tests
+forbid scanner tests
+
+echo "== compiler warnings (Clang)"
+CI=true cmake --preset clang >/dev/null
+CI=true cmake --build --preset clang -j "$(nproc)" | grep -E 'warning|error' && fail "Clang warns"
+
+echo "== clang-tidy"
+# The C library's headers see the project's own folder named linux first where a file of theirs has the same name: none has.
+git ls-files 'com/*.cpp' 'SMBIOS/*.cpp' 'linux/*.cpp' 'codeset/*.cpp' 'scanner/*.cpp' |
+    xargs -P "$(nproc)" -n 4 clang-tidy --quiet -p build/clang 2>/dev/null || fail "clang-tidy"
+
+echo "== cppcheck"
+cppcheck --quiet --std=c++20 --language=c++ --inline-suppr --error-exitcode=1 -j "$(nproc)" -I . \
+    --enable=warning,performance,portability --suppressions-list=tests/cppcheck-suppressions.txt \
+    com SMBIOS linux codeset scanner || fail "cppcheck"
+
+[ $status -eq 0 ] && echo "lint: clean"
+exit $status
