@@ -1,0 +1,6 @@
+#include "linux/StorageProbes.h"
+
+unsigned int gatherCCISSDriveInformation(int*)
+{
+    return 0;
+}

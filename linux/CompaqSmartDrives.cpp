@@ -1,0 +1,6 @@
+#include "linux/StorageProbes.h"
+
+unsigned int gatherCompaqSmartRAIDDriveInformation(int*)
+{
+    return 0;
+}

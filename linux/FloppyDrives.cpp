@@ -1,0 +1,6 @@
+#include "linux/StorageProbes.h"
+
+unsigned int gatherFloppyDriveInformation(int*)
+{
+    return 0;
+}

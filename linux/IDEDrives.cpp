@@ -1,0 +1,6 @@
+#include "linux/StorageProbes.h"
+
+unsigned int gatherIDEDriveInformation(int*)
+{
+    return 0;
+}

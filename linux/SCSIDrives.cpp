@@ -1,0 +1,6 @@
+#include "linux/StorageProbes.h"
+
+unsigned int gatherSCSIDriveInformation(int*)
+{
+    return 0;
+}
