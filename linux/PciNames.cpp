@@ -1,0 +1,92 @@
+#include "linux/PciNames.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "com/Owned.h"
+#include "com/VexDebug.h"
+#include "linux/PciTables.h"
+#include "linux/TextParse.h"
+
+static constexpr size_t kNameSize = 180;
+
+static bool isEmpty(const char* text)
+{
+    return *text == '\0';
+}
+
+// The name by the device's own record; name stays empty when the record has no text at all.
+static void nameByRecord(char* name, const char* vendorName, const PciDevice& device)
+{
+    if (!isEmpty(device.chipName) && !isEmpty(device.description))
+        snprintf(name, kNameSize, "%s %s (%s)", vendorName, device.chipName, device.description);
+    else if (!isEmpty(device.chipName))
+        snprintf(name, kNameSize, "%s %s", vendorName, device.chipName);
+    else if (!isEmpty(device.description))
+        snprintf(name, kNameSize, "%s %s", vendorName, device.description);
+}
+
+// The name of a device that has no record of its own.
+static void nameByClass(char* name, const char* vendorName, const char* classText)
+{
+    if (isEmpty(classText))
+        snprintf(name, kNameSize, "%s device", vendorName);
+    else
+        snprintf(name, kNameSize, "%s (%s)", vendorName, classText);
+}
+
+char* lookupPCI(unsigned long vendorId, unsigned long deviceId, const char* classText)
+{
+    const auto vendorNumber = static_cast<uint32_t>(vendorId);
+    const auto deviceNumber = static_cast<uint32_t>(deviceId);
+    VEX_LOG(DEBUG_PCI_DEVICE, VEX_LEVEL_DETAIL, "\n.. looking up vendor 0x%x device 0x%x", vendorNumber, deviceNumber);
+    char* const name = static_cast<char*>(calloc(kNameSize, 1));
+    if (name == nullptr)
+        return nullptr;
+    const PciVendor* const vendor = findPciVendor(vendorNumber);
+    if (vendor == nullptr) {
+        if (!isEmpty(classText))
+            snprintf(name, kNameSize, "(%s)", classText);
+        return name;
+    }
+    const char* const vendorName = isEmpty(vendor->shortName) ? vendor->fullName : vendor->shortName;
+    const PciDevice* const device = findPciDevice(vendorNumber, deviceNumber);
+    if (device != nullptr)
+        nameByRecord(name, vendorName, *device);
+    if (isEmpty(name))
+        nameByClass(name, vendorName, classText);
+    return name;
+}
+
+// Reads the hexadecimal number at *text and moves *text behind it; false, with both outputs untouched, when there is
+// none.
+static bool readHex(const char** text, uint32_t* number)
+{
+    char* end = nullptr;
+    strtoull(*text, &end, 16);
+    if (end == *text)
+        return false;
+    *number = parseULong(*text, 16);
+    *text = end;
+    return true;
+}
+
+void processSuSEline(const char* line, char* out, size_t size)
+{
+    static constexpr char kMark[] = "PCI device ";
+    if (size == 0)
+        return;
+    memset(out, 0, size);
+    const char* ids = strstr(line, kMark);
+    if (ids == nullptr)
+        return;
+    ids += strlen(kMark);
+    uint32_t vendorId = 0;
+    uint32_t deviceId = 0;
+    if (!readHex(&ids, &vendorId) || *ids++ != ':' || !readHex(&ids, &deviceId))
+        return;
+    const OwnedText name(lookupPCI(vendorId, deviceId, ""));
+    if (name != nullptr)
+        snprintf(out, size, "%s", name.get());
+}
