@@ -112,29 +112,15 @@ void PrintVexAttribValue(const unsigned char* record)
     printf("\n\t\t   attribId : x%08X", vexRecordWord(record, 4));
     printf("\n\t\t   vex_type : %d (%s)", static_cast<int32_t>(type), getVexAttribTypeAsString(type));
     printf("\n\t\t   value    : ");
-    switch (type) {
-    case VEX_USHORT: {
+    if (type == VEX_USHORT) {
         const uint16_t value = recordValue<uint16_t>(record);
         printf("%d (0x%04X)", value, value);
-        break;
-    }
-    case VEX_ULONG: {
+    } else if (type == VEX_ULONG) {
         const uint32_t value = recordValue<uint32_t>(record);
         printf("%lu (0x%08X)", static_cast<unsigned long>(value), value);
-        break;
-    }
-    case VEX_UCHAR:
-    case VEX_UQUAD:
-    case VEX_FLOAT:
-    case VEX_DOUBLE:
-    case VEX_STRING:
-    case VEX_DATETIME:
+    } else if (type >= VEX_UCHAR && type <= VEX_DATETIME) {
         PrintVexAttribValueToFile(stdout, record);
-        break;
-    case VEX_OCTETSTRING:
-        PrintVexAttribValueToFile(stdout, record);
-        break;
-    default:
+    } else {
         printf("Unknown attrib value type");
     }
 }

@@ -60,7 +60,7 @@ static std::string readDistribution()
         TextStream file = TextStream::openFile(path);
         if (!file)
             continue;
-        const std::string name = readReleaseName(file);
+        std::string name = readReleaseName(file);
         VEX_LOG(DEBUG_OPERATING_SYSTEM, VEX_LEVEL_DETAIL, "\nOS Description retrieved=%s", name.c_str());
         return name;
     }
