@@ -1,4 +1,4 @@
-# What all targets of the project share: warnings, include root, large files.
+# What all targets of the project share: warnings, include root, large files, installation.
 
 add_library(invhw_settings INTERFACE)
 target_compile_options(invhw_settings INTERFACE
@@ -6,6 +6,10 @@ target_compile_options(invhw_settings INTERFACE
     $<$<BOOL:$ENV{CI}>:-Werror>)
 # A 32-bit program must see files, inodes and devices of any size.
 target_compile_definitions(invhw_settings INTERFACE _FILE_OFFSET_BITS=64)
+
+# The program lives in a folder of its own, because its code-set tables stand at a place relative to it
+# (../generic/codeset); a link in the folder of system programs leads there.
+set(INVHW_HOME_DIR "lib/invhw")
 
 # invhw_library(NAME ALIAS [DEPENDENCY...]): one static library from every .cpp of the folder. Headers are included from
 # the root of the sources ("com/VexTable.h").
@@ -17,4 +21,12 @@ function(invhw_library name alias)
     target_include_directories(${name} PUBLIC
         $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/invhw>)
     target_link_libraries(${name} PUBLIC ${ARGN} PRIVATE $<BUILD_INTERFACE:invhw_settings>)
+
+    string(REPLACE "InvHW::" "" exportName ${alias})
+    set_target_properties(${name} PROPERTIES EXPORT_NAME ${exportName})
+    install(TARGETS ${name} EXPORT InvHWTargets
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT dev)
+    get_filename_component(folder "${CMAKE_CURRENT_SOURCE_DIR}" NAME)
+    install(DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}/" DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/invhw/${folder}
+        COMPONENT dev FILES_MATCHING PATTERN "*.h" PATTERN "catalog" EXCLUDE PATTERN "tables" EXCLUDE)
 endfunction()
