@@ -1,12 +1,55 @@
 #include "linux/ProcessorGroup.h"
 
+#include <sys/sysinfo.h>
+#include <unistd.h>
+#include <utility>
+
+#include "SMBIOS/SMProcessor.h"
 #include "com/VexDebug.h"
 #include "com/VexTable.h"
+#include "linux/ProcessorFacts.h"
 
 ProcessorGroup::ProcessorGroup() : VexGroup(GROUP_PROCESSOR, 1) {}
+
+static int32_t countAvailableProcessors()
+{
+    const int32_t count = get_nprocs();
+    VEX_LOG(DEBUG_PROCESSOR, VEX_LEVEL_DETAIL, "\nnumber of procs available =%ld", sysconf(_SC_NPROCESSORS_CONF));
+    VEX_LOG(DEBUG_PROCESSOR, VEX_LEVEL_DETAIL, "\nnumber of procs on line =%ld", sysconf(_SC_NPROCESSORS_ONLN));
+    VEX_LOG(DEBUG_PROCESSOR, VEX_LEVEL_DETAIL, "\nnumber of procs the os is configured =%d", get_nprocs_conf());
+    VEX_LOG(DEBUG_PROCESSOR, VEX_LEVEL_DETAIL, "\nnumber of procs available get_nprocs() count=%d", count);
+    return count;
+}
+
+static CpuInfo readKernelFacts()
+{
+    TextStream stream = TextStream::openFile("/proc/cpuinfo");
+    return readCpuInfo(stream);
+}
+
+static FirmwareProcessor askFirmware()
+{
+    FirmwareProcessor firmware;
+    int features = 0;
+    SM_Processor(&firmware.currentSpeed, &firmware.externalClock, &firmware.interfaceCode, &features);
+    firmware.features = static_cast<uint32_t>(features);
+    firmware.family = static_cast<uint32_t>(SM_ProcessorFamily());
+    firmware.populatedSockets = static_cast<int32_t>(SM_PopulatedProcessorCount());
+    return firmware;
+}
 
 VexTable* ProcessorGroup::getTable()
 {
     const VexGroupFrame frame(DEBUG_PROCESSOR, "Processor");
-    return nullptr;
+    auto* table = new VexTable(getGroupId(), getGroupVersion());
+    const int32_t available = countAvailableProcessors();
+    CpuInfo cpu = readKernelFacts();
+    const FirmwareProcessor firmware = askFirmware();
+    ProcessorFacts facts = mergeFacts(std::move(cpu), firmware);
+    const int32_t count = countProcessors(available, facts.cpu, facts.features, firmware.populatedSockets);
+    facts.family = decideFamily(facts.cpu, firmware.family);
+    const OwnedText id = processorId(facts);
+    for (int32_t index = 1; index <= count; ++index)
+        table->addRow(newProcessorRow(static_cast<uint32_t>(index), id.get(), facts));
+    return table;
 }
