@@ -61,9 +61,10 @@ unsigned long StringToVexString(const char* text, VexString* dest, unsigned long
         dest->count = static_cast<uint32_t>(wcslen(dest->characters)) + 1;
         dest->characters[dest->count - 1] = L'\0';
     }
+    const unsigned long used = SizeofVexString(dest);
     *runningOffset = *runningSize;
-    *runningSize += SizeofVexString(dest);
-    return *runningSize;
+    *runningSize += used;
+    return used;
 }
 
 void TimeToVexDateTime(long time, char* dest)
@@ -75,13 +76,13 @@ void TimeToVexDateTime(long time, char* dest)
         return;
     }
     // Digit by digit: a year beyond four digits must not move what follows.
-    const auto writeDigits = [&dest](int value, int digits, char separator) {
+    const auto writeDigits = [&dest](long value, int digits, char separator) {
         for (int i = digits - 1; i >= 0; --i, value /= 10)
             dest[i] = static_cast<char>('0' + value % 10);
         dest += digits;
         *dest++ = separator;
     };
-    writeDigits(local->tm_year + 1900, 4, '-');
+    writeDigits(local->tm_year + 1900L, 4, '-');
     writeDigits(local->tm_mon + 1, 2, '-');
     writeDigits(local->tm_mday, 2, '-');
     writeDigits(local->tm_hour, 2, '.');

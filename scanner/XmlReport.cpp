@@ -36,7 +36,8 @@ static void printRow(const VexTable* table, const char* groupElement, VexTableRo
     printf("\n\n\t<serviceData>");
     printf("\n\t\t<name>%s</name>", groupElement);
     printf("\n\t\t<value>");
-    printf("\n\t\t\t<%s version=\"%ld\">", groupElement, static_cast<long>(table->getGroupVersion()));
+    printf("\n\t\t\t<%s version=\"%ld\">", groupElement,
+           static_cast<long>(static_cast<int32_t>(table->getGroupVersion())));
     while (VexTableAttrib* attrib = row->getNext())
         printAttribute(group, attrib, markKeys);
     printf("\n\t\t\t</%s>", groupElement);
@@ -149,6 +150,7 @@ char* io_esc_fixn(char* out, const char* text)
         text += length;
     }
     *end = '\0';
+    *out = '\0'; // stays when there is no code set to convert from
     kst_to_utf8(nullptr, work.get(), -1, out, capacity);
     return out;
 }
