@@ -1,0 +1,86 @@
+#include "linux/InvVexProv.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <vector>
+
+#include "com/VexDebug.h"
+#include "tests/unit/Capture.h"
+
+namespace
+{
+// Runs action between vexInit and vexTerm, in a child process that can open no file: neither a log nor the firmware's
+// memory nor anything else of the machine that runs the test.
+void withProvider(const std::function<void()>& action)
+{
+    inChild([&] {
+        const rlimit none = {STDERR_FILENO + 1, STDERR_FILENO + 1};
+        ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+        ASSERT_EQ(open("/dev/null", O_RDONLY), -1);
+        vexInit(0, 0, nullptr);
+        action();
+        vexTerm();
+    });
+}
+} // namespace
+
+TEST(Provider, SupportedGroupsAreSixteenEntriesInReportOrder)
+{
+    withProvider([] {
+        uint32_t* const list = vexGetSupportedTables();
+        ASSERT_NE(list, nullptr);
+        EXPECT_EQ(std::vector<uint32_t>(list, list + 16),
+                  (std::vector<uint32_t>{1, 2, 3, 31, 4, 5, 6, 7, 15, 19, 20, 27, 24, 29, 34, 0xFFFFFFFF}));
+        vexFreeSupportedTables(list);
+    });
+}
+
+TEST(Provider, EveryListIsANewOne)
+{
+    withProvider([] {
+        uint32_t* const first = vexGetSupportedTables();
+        uint32_t* const second = vexGetSupportedTables();
+        EXPECT_NE(first, second);
+        first[0] = 99;
+        EXPECT_EQ(second[0], 1U);
+        vexFreeSupportedTables(first);
+        vexFreeSupportedTables(second);
+    });
+}
+
+TEST(Provider, IdsWithoutCollectorGiveNull)
+{
+    withProvider([] {
+        for (const uint32_t id : {0U,  8U,  9U,  10U, 11U, 12U, 13U, 14U, 16U, 17U, 18U,         21U,        22U,
+                                  23U, 25U, 26U, 28U, 30U, 32U, 33U, 35U, 36U, 37U, 0x80000001U, 0xFFFFFFFFU})
+            EXPECT_EQ(vexGetTable(id), nullptr) << id;
+    });
+}
+
+TEST(Provider, NullIsFreedWithoutHarm)
+{
+    vexFreeTable(nullptr);
+    vexFreeSupportedTables(nullptr);
+}
+
+TEST(Provider, FreedTableTakesItsRowsAlong)
+{
+    auto* table = new VexTable(3, 1);
+    table->addRow(new VexTableRow);
+    vexFreeTable(table);
+}
+
+TEST(Provider, InitSetsTheMasksAndTermClearsThem)
+{
+    inChild([] {
+        const rlimit none = {STDERR_FILENO + 1, STDERR_FILENO + 1};
+        ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+        vexInit(0x12345678, 2, "any.log");
+        EXPECT_EQ(_vexDebugCategory, 0x12345678U);
+        EXPECT_EQ(_vexDebugLevel, 2U);
+        vexTerm();
+        EXPECT_EQ(_vexDebugCategory, 0U);
+        EXPECT_EQ(_vexDebugLevel, 0U);
+    });
+}
