@@ -7,5 +7,9 @@ class MemoryModulesGroup final : public VexGroup
 {
 public:
     MemoryModulesGroup();
+    /// Null when the firmware lists no modules.
     VexTable* getTable() override;
 };
+
+/// The memory that the kernel manages, as sysinfo counts it, divided by 1024; the count's unit is not looked at.
+unsigned long totalPhysMemKB();
