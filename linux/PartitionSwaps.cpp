@@ -1,0 +1,120 @@
+#include "linux/PartitionSwaps.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <iterator>
+
+#include "com/VexDebug.h"
+#include "linux/PartitionRows.h"
+#include "linux/TextParse.h"
+#include "linux/TextStream.h"
+
+namespace
+{
+
+// The kernel's file:
+//   Filename                Type        Size     Used    Priority
+//   /dev/sda2               partition   524280   0       -1
+// Names are written with blanks escaped. A swap file whose name is gone has "(deleted)" as a word of its own before the
+// type.
+
+constexpr size_t kLineSize = 256;
+
+struct SwapArea {
+    char path[kLineSize];
+    uint32_t size; // kilobytes
+    uint32_t used; // kilobytes
+};
+
+bool isHeader(const char* line)
+{
+    static constexpr const char* kTitles[] = {"Filename", "Type", "Size", "Used"};
+    return std::any_of(std::begin(kTitles), std::end(kTitles),
+                       [line](const char* title) { return strstr(line, title) != nullptr; });
+}
+
+// Reads the number that *text begins with, as scanf does on a 32-bit platform, and moves *text behind it. False when
+// there is none.
+bool scanULong(const char** text, uint32_t* value)
+{
+    char* end;
+    strtoull(*text, &end, 10);
+    if (end == *text)
+        return false;
+    *value = parseULong(*text);
+    *text = end;
+    return true;
+}
+
+// False when a field is missing.
+bool parseSwapLine(const char* line, SwapArea* area)
+{
+    char type[kLineSize];
+    int end = 0;
+    if (sscanf(line, "%255s %255s%n", area->path, type, &end) != 2)
+        return false;
+    const char* rest = line + end;
+    if (type[0] == '(') {
+        if (sscanf(rest, "%255s%n", type, &end) != 1)
+            return false;
+        rest += end;
+    }
+    return scanULong(&rest, &area->size) && scanULong(&rest, &area->used);
+}
+
+void addSwapRow(const SwapArea& area)
+{
+    PartitionRow row;
+    row.mediaType = PART_MEDIA_LOCAL_DISK;
+    row.deviceName = area.path;
+    row.fsType = FS_TYPE_LINUX_SWAP;
+    row.accessPoint = area.path;
+    row.mountPoint = "swap";
+    row.totalSize = area.size;
+    const uint32_t freeSize = area.size - area.used;
+    row.freeSize = static_cast<int32_t>(freeSize) < 0 ? 0 : freeSize;
+    addPartitionRow(row);
+}
+
+bool readHeader(TextStream& swaps)
+{
+    char line[kLineSize];
+    if (!swaps.readLine(line)) {
+        VEX_LOG(DEBUG_PARTITION, VEX_LEVEL_DETAIL, "\n! Unexpected end of file");
+        return false;
+    }
+    VEX_LOG(DEBUG_PARTITION, VEX_LEVEL_DETAIL, "%s", line);
+    if (!isHeader(line)) {
+        VEX_LOG(DEBUG_PARTITION, VEX_LEVEL_DETAIL, "\n! Unexpected file format");
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+void addSwapRows(TextStream& swaps)
+{
+    if (!readHeader(swaps))
+        return;
+    char line[kLineSize];
+    while (swaps.readLine(line)) {
+        VEX_LOG(DEBUG_PARTITION, VEX_LEVEL_DETAIL, "%s", line);
+        SwapArea area;
+        if (strchr(line, '#') != nullptr || !parseSwapLine(line, &area))
+            continue;
+        VEX_LOG(DEBUG_PARTITION, VEX_LEVEL_DETAIL, "   ... path: %s  used: %i/%i\n", area.path,
+                static_cast<int32_t>(area.used), static_cast<int32_t>(area.size));
+        addSwapRow(area);
+    }
+}
+
+void addSwapPartitions()
+{
+    TextStream swaps = TextStream::openFile("/proc/swaps");
+    if (swaps)
+        addSwapRows(swaps);
+}
