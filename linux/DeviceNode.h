@@ -6,6 +6,8 @@ class DeviceNode
 public:
     /// flags as for open(); errno tells why the node is not open afterwards.
     DeviceNode(const char* path, int flags);
+    /// Takes over an open descriptor.
+    explicit DeviceNode(int descriptor) : descriptor_(descriptor) {}
     DeviceNode(const DeviceNode&) = delete;
     DeviceNode& operator=(const DeviceNode&) = delete;
     ~DeviceNode();
