@@ -1,0 +1,38 @@
+// Family 2: ASCII, and characters of one or two bytes from 0x80 on.
+
+#include "codeset/Convert.h"
+
+struct AsciiDbcsReader {
+    using Unit = unsigned char;
+    static constexpr bool kAscii = true;
+    const CodeTable& table;
+    const unsigned char* const bytes;
+    const unsigned char* const classes;
+    explicit AsciiDbcsReader(const kst_code_set& set)
+        : table(*set.table), bytes(table.bytes.data()), classes(table.at(TableLayout::kClassesOffset))
+    {
+    }
+
+    Decoded read(const Unit* in, const Unit* end) const
+    {
+        const unsigned char length = classes[*in];
+        if (length == TableLayout::kClassLead2) {
+            if (end - in < 2)
+                return kIncompleteInput;
+            return {tableValue(bytes + table.rowOffsets[*in] + 2 * size_t{in[1]}), 2};
+        }
+        if (length == TableLayout::kClassSingle)
+            return {tableValue(bytes + table.rowOffsets[0] + 2 * size_t{*in}), 1};
+        return {kUnmapped, 1};
+    }
+};
+
+using AsciiDbcsWriter = TableWriter<ReverseLookUp<uint16_t>, 2>;
+
+static constexpr auto ascii_dbcs_to_utf8_r = convert<AsciiDbcsReader, Utf8Writer>;
+static constexpr auto ascii_dbcs_from_utf8_r = convert<Utf8Reader, AsciiDbcsWriter>;
+static constexpr auto ascii_dbcs_to_ucs2_r = convert<AsciiDbcsReader, Ucs2Writer>;
+static constexpr auto ascii_dbcs_from_ucs2_r = convert<Ucs2Reader, AsciiDbcsWriter>;
+
+const ConverterFamily kAsciiDbcs = {ascii_dbcs_to_utf8_r, ascii_dbcs_from_utf8_r, ascii_dbcs_to_ucs2_r,
+                                    ascii_dbcs_from_ucs2_r};

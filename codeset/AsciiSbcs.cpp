@@ -1,0 +1,14 @@
+// Family 1: one byte a character, ASCII below 0x80.
+
+#include "codeset/Sbcs.h"
+
+using Reader = SbcsReader<true>;
+using Writer = SbcsWriter<true>;
+
+static constexpr auto ascii_sbcs_to_utf8_r = convert<Reader, Utf8Writer>;
+static constexpr auto ascii_sbcs_from_utf8_r = convert<Utf8Reader, Writer>;
+static constexpr auto ascii_sbcs_to_ucs2_r = convert<Reader, Ucs2Writer>;
+static constexpr auto ascii_sbcs_from_ucs2_r = convert<Ucs2Reader, Writer>;
+
+const ConverterFamily kAsciiSbcs = {ascii_sbcs_to_utf8_r, ascii_sbcs_from_utf8_r, ascii_sbcs_to_ucs2_r,
+                                    ascii_sbcs_from_ucs2_r};

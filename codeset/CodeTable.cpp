@@ -1,0 +1,184 @@
+#include "codeset/CodeTable.h"
+
+#include <cstring>
+
+using namespace TableLayout;
+
+// The check of every array that a header announces; 64 bits, so that no sum wraps.
+static bool liesWithin(const CodeTable& table, uint64_t offset, uint64_t count, uint64_t entrySize)
+{
+    return offset <= table.size && count <= (table.size - offset) / entrySize;
+}
+
+static bool checkSubstitution(const CodeTable& table)
+{
+    const unsigned char* both = table.at(kSubstitutionOffset);
+    return both[0] <= kMaxCodeLength && both[kSubstitutionSize] <= kMaxCodeLength;
+}
+
+// Rows of two-byte characters may lie anywhere and share their parts; what is outside the file is unmapped.
+static bool resolveDbcsRows(CodeTable& table)
+{
+    const uint32_t area = load32(table.at(kMappingAreaOffset));
+    if (area > table.size)
+        return false;
+    for (size_t lead = 0; lead < table.rowOffsets.size(); ++lead) {
+        const uint32_t row = load16(table.at(kRowsOffset + 2 * lead));
+        const uint64_t offset = area + uint64_t{row} * kDbcsRowUnit;
+        table.rowOffsets[lead] = offset < table.size ? static_cast<uint32_t>(offset) : table.size;
+    }
+    return true;
+}
+
+static bool checkMbcsRow(const CodeTable& table, uint32_t row, unsigned trailBytes)
+{
+    const uint32_t area = load32(table.at(kMappingAreaOffset));
+    if (!liesWithin(table, area, uint64_t{row} + 1, kMbcsRowSize))
+        return false;
+    if (trailBytes == 1)
+        return true;
+    const unsigned char* entries = table.at(area + size_t{row} * kMbcsRowSize);
+    for (size_t offset = 0; offset < kMbcsRowSize; offset += 4) {
+        const uint32_t next = load32(entries + offset);
+        if (next != kMbcsNone && !checkMbcsRow(table, next, trailBytes - 1))
+            return false;
+    }
+    return true;
+}
+
+// The rows of the lead bytes, and row 0 for the characters of one byte. Lead bytes are 0x80 and above.
+static bool resolveMbcsRows(CodeTable& table)
+{
+    const uint32_t area = load32(table.at(kMappingAreaOffset));
+    if (area > table.size)
+        return false;
+    for (size_t lead = 0; lead < table.rowOffsets.size(); ++lead) {
+        const uint16_t row = load16(table.at(kRowsOffset + 2 * lead));
+        const unsigned char length = *table.at(kClassesOffset + lead);
+        table.rowOffsets[lead] = table.size;
+        if (row == kNoValue || (lead != 0 && (lead < 0x80 || length < kClassLead2 || length > kMaxCodeLength)))
+            continue;
+        if (!checkMbcsRow(table, row, lead == 0 ? 1 : length - 1u))
+            return false;
+        table.rowOffsets[lead] = static_cast<uint32_t>(area + size_t{row} * kMbcsRowSize);
+    }
+    return true;
+}
+
+// The 16-bit array behind the sub-header of a GB18030 table.
+struct GbArray {
+    const unsigned char* words;
+    size_t count;
+    uint32_t ranges;
+    uint32_t buckets;
+    uint32_t values;
+
+    bool has(uint64_t index, uint64_t wanted) const { return index <= count && wanted <= count - index; }
+    uint16_t word(uint64_t index) const { return load16(words + 2 * index); }
+};
+
+static bool valueOfRange(const GbArray& array, uint64_t range, uint32_t index, uint16_t* value)
+{
+    const uint32_t steps = index - array.word(range);
+    const uint16_t kind = array.word(range + 2);
+    const uint16_t parameter = array.word(range + 3);
+    if (kind == kGbKindOffset)
+        *value = static_cast<uint16_t>(parameter + steps);
+    if (kind != kGbKindValues)
+        return true;
+    const uint64_t entry = uint64_t{array.values} + parameter + steps;
+    if (!array.has(entry, 1))
+        return false;
+    *value = array.word(entry);
+    return true;
+}
+
+// Every index of one bucket. A range that one index has passed is passed by all later ones, so one walk serves all.
+static bool expandBucket(const GbArray& array, uint32_t bucket, std::vector<uint16_t>& linear)
+{
+    uint64_t range = array.ranges + uint64_t{array.word(uint64_t{array.buckets} + bucket)} * kGbRangeWords;
+    const uint32_t first = bucket << kGbBucketShift;
+    for (uint32_t index = first; index < first + (1u << kGbBucketShift) && index < kGbIndexEnd; ++index) {
+        while (array.has(range, kGbRangeWords) && index >= array.word(range) && index > array.word(range + 1))
+            range += kGbRangeWords;
+        if (!array.has(range, kGbRangeWords))
+            return false;
+        if (index >= array.word(range) && !valueOfRange(array, range, index, &linear[index]))
+            return false;
+    }
+    return true;
+}
+
+// Writes the range lists out once, so that a look-up is one read.
+static bool expandGb18030(CodeTable& table)
+{
+    const size_t subHeader = load16(table.at(kGbSubHeaderOffset));
+    if (!liesWithin(table, subHeader, 1, kGbSubHeaderSize))
+        return false;
+    const size_t start = subHeader + kGbSubHeaderSize;
+    const GbArray array = {table.at(start), (table.size - start) / 2, load32(table.at(subHeader + kGbRangesBase)),
+                           load32(table.at(subHeader + kGbBucketsBase)), load32(table.at(subHeader + kGbValuesBase))};
+    if (!array.has(array.buckets, kGbBucketCount))
+        return false;
+    table.linear.assign(kGbIndexEnd + 1, kNoValue);
+    for (uint32_t bucket = 0; bucket < kGbBucketCount; ++bucket)
+        if (!expandBucket(array, bucket, table.linear))
+            return false;
+    return true;
+}
+
+static bool resolveReverse(CodeTable& table)
+{
+    const uint32_t index = load32(table.at(kReverseIndexOffset));
+    if (index == 0)
+        return true;
+    const uint32_t indexCount = load32(table.at(kReverseIndexCount));
+    const uint32_t rows = load32(table.at(kReverseRowsOffset));
+    const uint32_t rowCount = load32(table.at(kReverseRowsCount));
+    const size_t rowSize = kReverseRowCodes * reverseCodeSize(table.family);
+    if (indexCount > kMaxReverseRows || !liesWithin(table, index, indexCount, 2) ||
+        !liesWithin(table, rows, rowCount, rowSize))
+        return false;
+    for (uint32_t i = 0; i < indexCount; ++i) {
+        const uint16_t row = load16(table.at(index + 2 * size_t{i}));
+        if (row != kNoValue && row >= rowCount)
+            return false;
+    }
+    table.reverse = {table.at(index), indexCount, table.at(rows)};
+    return true;
+}
+
+static bool resolveForward(CodeTable& table)
+{
+    switch (table.family) {
+    case Family::AsciiDbcs:
+    case Family::EbcdicDbcs:
+        return resolveDbcsRows(table);
+    case Family::AsciiMbcs:
+        return resolveMbcsRows(table);
+    case Family::Gb18030:
+        return expandGb18030(table);
+    default:
+        return true; // the single-byte array lies in the header
+    }
+}
+
+bool isTable(const std::vector<unsigned char>& file)
+{
+    return file.size() >= kMinSize && memcmp(file.data() + kMagicOffset, kMagic, sizeof kMagic) == 0;
+}
+
+std::shared_ptr<const CodeTable> parseTable(std::vector<unsigned char> file)
+{
+    if (!isTable(file) || file.size() > kMaxSize)
+        return nullptr;
+    const auto table = std::make_shared<CodeTable>();
+    table->size = static_cast<uint32_t>(file.size());
+    table->bytes = std::move(file);
+    table->bytes.resize(table->size + kDbcsRowSize, 0xFF);
+    const bool ebcdic = load16(table->at(kMarkerOffset)) == kEbcdicSbcsMarker;
+    table->family = ebcdic ? Family::EbcdicSbcs : static_cast<Family>(load16(table->at(kFamilyOffset)));
+    if (!checkSubstitution(*table) || !resolveForward(*table) || !resolveReverse(*table))
+        return nullptr;
+    return table;
+}

@@ -1,0 +1,87 @@
+// The default code sets of the process.
+
+#include <cstdlib>
+
+#include "codeset/CodeSet.h"
+#include "codeset/TableName.h"
+
+namespace
+{
+
+struct Service {
+    bool initialised = false;
+    kst_handle initial = nullptr;         // owned: what KST_CODESET or the locale asks for
+    kst_handle operatingSystem = nullptr; // owned
+    kst_handle current = nullptr;         // one of those, or a caller's
+    char operatingSystemName[kPathLimit + 1] = "";
+};
+
+Service service;
+
+} // namespace
+
+// The table of the named code set, whose final name goes to tableName, else that of the fallback.
+static kst_handle openOr(const char* name, const char* fallback, char (&tableName)[kPathLimit + 1])
+{
+    get_table_name(name, tableName, sizeof tableName);
+    const kst_handle handle = kst_cs_new(tableName);
+    return handle != nullptr ? handle : kst_cs_new(fallback);
+}
+
+int kst_init()
+{
+    if (service.initialised)
+        return 0;
+    service.initialised = true; // first, since a table that redirects converts its file name
+    const char* const configured = getenv("KST_CODESET");
+    const bool isConfigured = configured != nullptr && *configured != '\0';
+    char tableName[kPathLimit + 1];
+    service.initial = openOr(isConfigured ? configured : "OS", "DEFAULT", tableName);
+    service.current = service.initial;
+    service.operatingSystem = openOr("OS", "OSDEFAULT", service.operatingSystemName);
+    return 0;
+}
+
+void kst_uninit()
+{
+    deleteCodeSet(service.initial);
+    deleteCodeSet(service.operatingSystem);
+    service = Service();
+}
+
+kst_handle resolveHandle(kst_handle handle)
+{
+    return handle != nullptr ? handle : kst_get_def_cs();
+}
+
+kst_handle operatingSystemHandle()
+{
+    return service.operatingSystem;
+}
+
+kst_handle kst_get_def_cs()
+{
+    kst_init();
+    return service.current;
+}
+
+void kst_set_def_cs(kst_handle handle)
+{
+    kst_init();
+    service.current = handle != nullptr ? handle : service.operatingSystem;
+}
+
+void kst_cs_free(kst_handle handle)
+{
+    if (handle == service.initial || handle == service.operatingSystem)
+        return;
+    if (handle == service.current)
+        service.current = service.initial;
+    deleteCodeSet(handle);
+}
+
+const char* kst_os_cs_name()
+{
+    kst_init();
+    return service.operatingSystemName;
+}
