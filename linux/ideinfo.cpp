@@ -1,0 +1,209 @@
+#include "linux/ideinfo.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <linux/hdreg.h>
+
+#include "linux/DeviceNode.h"
+#include "linux/TextParse.h"
+#include "linux/TextStream.h"
+
+// A path under /proc/ide with a file name behind it, or a node under /dev.
+using PathBuffer = char[512];
+
+static TextStream openDeviceFile(const char* path, const char* name)
+{
+    PathBuffer file;
+    snprintf(file, sizeof file, "%s/%s", path, name);
+    return TextStream::openFile(file);
+}
+
+// The device's node: the last part of its path is the name. False for a path without "/".
+static bool makeNodePath(const char* path, PathBuffer& node)
+{
+    const char* name = strrchr(path, '/');
+    if (name == nullptr)
+        return false;
+    snprintf(node, sizeof node, "/dev%s", name);
+    return true;
+}
+
+ideinfo::ideinfo(const char* path)
+{
+    determineIDEtype(path);
+    if (strstr(media_, "cdrom") == nullptr) {
+        determineIDEgeometry(path);
+        determineIDEsize(path);
+        determineIDEserialnumber(path);
+        determineIDEhdsecurity(path);
+    }
+    determineIDEmodel(path);
+}
+
+int ideinfo::removable() const
+{
+    return strcmp(media_, "cdrom") == 0 ? 0 : 1;
+}
+
+void ideinfo::determineIDEtype(const char* path)
+{
+    TextStream media = openDeviceFile(path, "media");
+    if (!media)
+        errorcode_ = errno;
+    else if (!media.readLine(media_))
+        media_[0] = '\0';
+}
+
+bool parseIDEgeometry(TextStream& text, uint32_t (&numbers)[3])
+{
+    uint64_t fields[3] = {};
+    bool present[3] = {};
+    size_t field = 0; // runs on over all lines
+    char line[256];
+    while (text.readLine(line)) {
+        if (strstr(line, "logical") == nullptr)
+            continue;
+        for (const char* c = line; *c != '\0'; ++c) {
+            if (*c == '/') {
+                ++field;
+            } else if (*c >= '0' && *c <= '9' && field < 3) {
+                const uint64_t value = fields[field] * 10 + static_cast<uint64_t>(*c - '0');
+                fields[field] = value > INT32_MAX ? INT32_MAX : value; // as strtol saturates
+                present[field] = true;
+            }
+        }
+    }
+    if (!present[0] || !present[1] || !present[2])
+        return false;
+    for (size_t i = 0; i < 3; ++i)
+        numbers[i] = static_cast<uint32_t>(fields[i]);
+    return true;
+}
+
+void ideinfo::determineIDEgeometry(const char* path)
+{
+    TextStream geometry = openDeviceFile(path, "geometry");
+    if (!geometry)
+        errorcode_ = errno;
+    uint32_t numbers[3];
+    if (!parseIDEgeometry(geometry, numbers)) {
+        determineIDEgeometrySyscall(path);
+        return;
+    }
+    // The kernel's line says cylinders/heads/sectors: heads and sectors are exchanged here, deliberately.
+    cylinders_ = numbers[0];
+    sectors_ = numbers[1];
+    heads_ = numbers[2];
+}
+
+void ideinfo::determineIDEgeometrySyscall(const char* path)
+{
+    heads_ = cylinders_ = sectors_ = 0;
+    PathBuffer node;
+    if (!makeNodePath(path, node)) {
+        errorcode_ = -1;
+        return;
+    }
+    const DeviceNode drive(node, O_RDONLY | O_NONBLOCK);
+    hd_geometry geometry = {};
+    if (drive.descriptor() < 0 || drive.control(HDIO_GETGEO, &geometry) < 0) {
+        errorcode_ = errno;
+        return;
+    }
+    heads_ = geometry.heads;
+    cylinders_ = geometry.cylinders;
+    sectors_ = geometry.sectors;
+}
+
+uint32_t parseIDEcapacity(const char* text)
+{
+    constexpr uint32_t kOverflow = 0x7FFFFFFF;
+    const uint32_t kilobytes = parseULong(text) >> 1;
+    return kilobytes == kOverflow ? 0 : kilobytes;
+}
+
+void ideinfo::determineIDEsize(const char* path)
+{
+    totalsize_ = 0;
+    TextStream capacity = openDeviceFile(path, "capacity");
+    char line[256];
+    if (!capacity)
+        errorcode_ = errno;
+    else if (capacity.readLine(line))
+        totalsize_ = parseIDEcapacity(line);
+}
+
+void decodeIDEserialnumber(const unsigned char (&identify)[IDENTIFY_SIZE], char (&serialNumber)[21])
+{
+    constexpr size_t kSerialOffset = 20; // words 10 to 19
+    constexpr size_t kSerialLength = sizeof serialNumber - 1;
+    memcpy(serialNumber, identify + kSerialOffset, kSerialLength);
+    serialNumber[kSerialLength] = '\0';
+}
+
+void ideinfo::determineIDEserialnumber(const char* path)
+{
+    PathBuffer node;
+    if (!makeNodePath(path, node))
+        return;
+    const DeviceNode drive(node, O_RDONLY);
+    unsigned char identify[IDENTIFY_SIZE] = {};
+    if (drive.control(HDIO_GET_IDENTITY, identify) >= 0)
+        decodeIDEserialnumber(identify, serialnumber_);
+}
+
+int32_t decodeIDEsecurity(const unsigned char (&identify)[IDENTIFY_SIZE])
+{
+    constexpr size_t kSecurityStatus = 128 * 2; // low byte of word 128
+    constexpr unsigned kSupported = 0x1;
+    constexpr unsigned kEnabled = 0x2;
+    const unsigned status = identify[kSecurityStatus];
+    if ((status & kSupported) == 0)
+        return -1;
+    return (status & kEnabled) != 0 ? 1 : 0;
+}
+
+void ideinfo::determineIDEhdsecurity(const char* path)
+{
+    // Command, sector number, feature and count of sectors; the kernel puts the sector behind them.
+    struct DriveCommand {
+        unsigned char registers[4];
+        unsigned char data[IDENTIFY_SIZE];
+    };
+    static_assert(sizeof(DriveCommand) == 516);
+    securityEnabled_ = -1;
+    PathBuffer node;
+    if (!makeNodePath(path, node))
+        return;
+    const DeviceNode drive(node, O_RDONLY);
+    DriveCommand identify = {{WIN_IDENTIFY, 0, 0, 1}, {}};
+    if (drive.control(HDIO_DRIVE_CMD, &identify) >= 0)
+        securityEnabled_ = decodeIDEsecurity(identify.data);
+}
+
+void splitIDEmodel(const char* line, char* manufacturer, char* model)
+{
+    size_t length = strlen(line);
+    if (length > 0 && line[length - 1] == '\n')
+        --length;
+    const auto* blank = static_cast<const char*>(memchr(line, ' ', length));
+    const size_t maker = blank == nullptr ? 0 : static_cast<size_t>(blank - line);
+    const size_t start = blank == nullptr ? 0 : maker + 1;
+    memcpy(manufacturer, line, maker);
+    manufacturer[maker] = '\0';
+    memcpy(model, line + start, length - start);
+    model[length - start] = '\0';
+}
+
+void ideinfo::determineIDEmodel(const char* path)
+{
+    model_[0] = '\0';
+    TextStream model = openDeviceFile(path, "model");
+    char line[256];
+    if (!model)
+        errorcode_ = errno;
+    else if (model.readLine(line))
+        splitIDEmodel(line, manufacturer_, model_);
+}
