@@ -1,11 +1,11 @@
+#include "linux/RAIDDrives.h"
+
 #include <cstdio>
 #include <cstring>
-#include <string>
 
 #include "com/VexDebug.h"
 #include "com/md5file.h"
 #include "linux/FdiskGeometry.h"
-#include "linux/RAIDDrives.h"
 #include "linux/StorageProbes.h"
 #include "linux/TextStream.h"
 
@@ -51,14 +51,17 @@ static void addDisk(int* counter, const DiskGeometry& geometry, const char* disk
     addDriveRow(counter, drive);
 }
 
-// Adds disk to the list of names joined with ","; false when the list has it, which a part of a name is enough for.
-static bool addToList(std::string* disks, const char* disk)
+bool takeMountedDisk(char* line, std::string* disks)
 {
-    if (disks->find(disk) != std::string::npos)
+    cutAtPartition(line);
+    // A part of another disk's name is enough for a disk to count as handled.
+    if (disks->find(line) != std::string::npos) {
+        VEX_LOG(DEBUG_STORAGE, VEX_LEVEL_DETAIL, "CCISS: = %s is already added\n", line);
         return false;
+    }
     if (!disks->empty())
         *disks += ',';
-    *disks += disk;
+    *disks += line;
     return true;
 }
 
@@ -70,13 +73,8 @@ static void gatherFromListing(TextStream& mounts, int* counter)
     char line[256];
     while (mounts.readLine(line)) {
         VEX_LOG(DEBUG_STORAGE, VEX_LEVEL_DETAIL, "CCISS: line =>%s<", line);
-        if (strstr(line, "cciss") == nullptr)
+        if (strstr(line, "cciss") == nullptr || !takeMountedDisk(line, &disks))
             continue;
-        cutAtPartition(line);
-        if (!addToList(&disks, line)) {
-            VEX_LOG(DEBUG_STORAGE, VEX_LEVEL_DETAIL, "CCISS: = %s is already added\n", line);
-            continue;
-        }
         VEX_LOG(DEBUG_STORAGE, VEX_LEVEL_DETAIL, "CCISS: call getFromFdiskMount := %s\n", line);
         VEX_LOG(DEBUG_STORAGE, VEX_LEVEL_DETAIL, "CCISS: = %s\n", line);
         if (getFromFdiskMount(line, &geometry) == 0)

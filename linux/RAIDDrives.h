@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "linux/RAIDInfo.h"
@@ -25,6 +26,10 @@ int getFromCurrentStatus(std::vector<RAIDInfo>& records);
 /// The same for the text of the file.
 int countLogicalDrives(TextStream& status);
 void readCurrentStatus(TextStream& status, std::vector<RAIDInfo>& records);
+
+/// Cuts a line of the mount listing with "cciss" in it to the name of its disk. True when the disk is a new one, which
+/// disks, the names so far, joined with ",", has then; a disk that was there before is logged.
+bool takeMountedDisk(char* line, std::string* disks);
 
 /// The number of disks in the status file of the CCISS driver; 0 when it cannot be read.
 int getCompaqSmartDiskNum();
