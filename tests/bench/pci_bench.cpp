@@ -3,6 +3,7 @@
 #include <string>
 
 #include "com/Owned.h"
+#include "com/VexAttribIds.h"
 #include "com/VexTable.h"
 #include "linux/PCIDeviceGroup.h"
 #include "linux/PciNames.h"
