@@ -9,8 +9,8 @@
 #include <fstream>
 #include <poll.h>
 #include <sstream>
-#include <sys/pidfd.h>
 #include <sys/resource.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
@@ -293,7 +293,7 @@ static void limit(__rlimit_resource resource, unsigned long value)
 // Waits for the end of the child, which is killed when its time is over.
 static void awaitEnd(pid_t child, int seconds, ScanResult& result)
 {
-    const int handle = pidfd_open(child, 0);
+    const int handle = static_cast<int>(syscall(SYS_pidfd_open, child, 0));
     pollfd wait{handle, POLLIN, 0};
     if (handle >= 0 && poll(&wait, 1, seconds * 1000) == 0) {
         result.timedOut = true;

@@ -7,8 +7,8 @@
 
 /// One row of the report: its attributes in the order in which they were written.
 struct ReportRow {
-    std::vector<std::pair<std::string, std::string>> values;  // element name -> text, unescaped
-    std::vector<std::string> keys;                            // names of the attributes marked as keys
+    std::vector<std::pair<std::string, std::string>> values; // element name -> text, unescaped
+    std::vector<std::string> keys;                           // names of the attributes marked as keys
 
     /// The value, or null when the row has none of that name.
     const std::string* find(const std::string& name) const;
@@ -16,13 +16,13 @@ struct ReportRow {
 
 /// What one scan left behind.
 struct ScanResult {
-    int exitStatus = -1;    // -1 when a signal ended it
+    int exitStatus = -1; // -1 when a signal ended it
     int signal = 0;
-    bool timedOut = false;  // it was killed after the time limit
-    std::string report;     // standard output
-    std::string errors;     // standard error
-    std::string log;        // libInvHW.log
-    std::map<std::string, std::string> files;  // all files of the working folder, by name
+    bool timedOut = false;                    // it was killed after the time limit
+    std::string report;                       // standard output
+    std::string errors;                       // standard error
+    std::string log;                          // libInvHW.log
+    std::map<std::string, std::string> files; // all files of the working folder, by name
 
     /// True when the program ended by itself with status 0.
     bool ended() const { return exitStatus == 0 && !timedOut; }
@@ -39,9 +39,9 @@ struct ScanResult {
 /// How a scan is run.
 struct ScanOptions {
     int secondsAllowed = 30;
-    std::string faults;               // FAKEMACHINE_FAIL
-    std::string countFile;            // FAKEMACHINE_COUNT
-    std::map<std::string, std::string> environment;  // beyond what the machine says
+    std::string faults;                             // FAKEMACHINE_FAIL
+    std::string countFile;                          // FAKEMACHINE_COUNT
+    std::map<std::string, std::string> environment; // beyond what the machine says
     std::string standardOutput;       // a real file that takes the report in place of the captured one ("/dev/full")
     std::vector<int> closedStreams;   // descriptors among 0, 1 and 2 that are closed at the start
     unsigned long addressSpace = 0;   // bytes, 0: unlimited
@@ -51,7 +51,8 @@ struct ScanOptions {
 
 /// A machine in a temporary folder, to be scanned by the built program. What is not given to it does not exist on it.
 /// A relative path of the program leads to the working folder, which lasts as long as this object.
-class FakeMachine {
+class FakeMachine
+{
 public:
     /// A machine on which nothing can be read.
     FakeMachine();

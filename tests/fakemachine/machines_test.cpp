@@ -85,7 +85,9 @@ static int scanCount(const std::string& folder)
     return count;
 }
 
-class RecordedMachine : public testing::TestWithParam<std::string> {};
+class RecordedMachine : public testing::TestWithParam<std::string>
+{
+};
 
 TEST_P(RecordedMachine, givesTheRecordedReport)
 {

@@ -130,4 +130,4 @@ Inside::~Inside()
     --depth;
 }
 
-}  // namespace fakemachine
+} // namespace fakemachine

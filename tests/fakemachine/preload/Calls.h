@@ -16,9 +16,10 @@ Function* realFunction(const char* name)
 }
 
 /// One intercepted call, as long as it lasts. Calls that the library makes itself meanwhile are neither counted nor
-/// made to fail. FAKEMACHINE_FAIL="N:ERRNO,..." chooses by running number; ERRNO may be EOF (the data end here) or SHORT
-/// (only a part is transferred), which calls without data take for EIO.
-class Call {
+/// made to fail. FAKEMACHINE_FAIL="N:ERRNO,..." chooses by running number; ERRNO may be EOF (the data end here) or
+/// SHORT (only a part is transferred), which calls without data take for EIO.
+class Call
+{
 public:
     explicit Call(const char* name, std::string_view subject = {});
     Call(const Call&) = delete;
@@ -45,7 +46,8 @@ bool allocationFails();
 bool insideLibrary();
 
 /// Marks that the library itself runs, without a call of the program.
-class Inside {
+class Inside
+{
 public:
     Inside();
     Inside(const Inside&) = delete;
@@ -53,4 +55,4 @@ public:
     ~Inside();
 };
 
-}  // namespace fakemachine
+} // namespace fakemachine

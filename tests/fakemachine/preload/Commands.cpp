@@ -109,4 +109,4 @@ CommandAnswer Commands::run(const std::string& commandLine) const
     return answer;
 }
 
-}  // namespace fakemachine
+} // namespace fakemachine

@@ -9,13 +9,14 @@ namespace fakemachine
 /// What one command line does on the machine.
 struct CommandAnswer {
     std::string output;
-    std::string errors;   // goes where "2>NAME" on the command line says
+    std::string errors; // goes where "2>NAME" on the command line says
     int exitStatus = 0;
-    int startError = 0;   // errno with which popen fails, 0 when it does not
+    int startError = 0; // errno with which popen fails, 0 when it does not
 };
 
 /// The commands of a machine by exact command line: commands/commands.conf (see README.md).
-class Commands {
+class Commands
+{
 public:
     /// Reads the folder; a missing one means a machine without commands.
     explicit Commands(const std::string& folder);
@@ -29,4 +30,4 @@ private:
     std::map<std::string, CommandAnswer> answers_;
 };
 
-}  // namespace fakemachine
+} // namespace fakemachine

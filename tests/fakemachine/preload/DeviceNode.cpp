@@ -24,8 +24,8 @@ static constexpr uint32_t kGetScsiId = 0x2276;
 static constexpr uint32_t kScsiCommand = 0x2285;
 
 static constexpr size_t kIdentitySize = 512;
-static constexpr size_t kRequestHeader = 36;  // of the SCSI generic byte stream
-static constexpr int kStreamError = 5;        // result of a command that the device does not know
+static constexpr size_t kRequestHeader = 36; // of the SCSI generic byte stream
+static constexpr int kStreamError = 5;       // result of a command that the device does not know
 
 DeviceNode::DeviceNode(const std::string& text, const std::string& name)
 {
@@ -112,9 +112,9 @@ void DeviceNode::parseReply(Replies& replies, const std::vector<Word>& words, co
 
 void DeviceNode::parseAnswer(Answer& answer, const std::vector<Word>& words, const LinePlace& place)
 {
-    static const char* const kNames[] = {"HDIO_GETGEO", "HDIO_GET_IDENTITY", "HDIO_DRIVE_CMD", "FDGETPRM",
-                                         "FDGETDRVTYP", "BLKGETSIZE", "BLKGETSIZE64", "SCSI_IOCTL_GET_IDLUN",
-                                         "SG_GET_SCSI_ID"};
+    static const char* const kNames[] = {"HDIO_GETGEO",  "HDIO_GET_IDENTITY",    "HDIO_DRIVE_CMD",
+                                         "FDGETPRM",     "FDGETDRVTYP",          "BLKGETSIZE",
+                                         "BLKGETSIZE64", "SCSI_IOCTL_GET_IDLUN", "SG_GET_SCSI_ID"};
     if (std::find(std::begin(kNames), std::end(kNames), words[0].text) == std::end(kNames))
         fail(place, "unknown directive " + words[0].text);
     for (size_t i = 1; i < words.size();) {
@@ -176,7 +176,8 @@ std::string DeviceNode::identity(const Answer& answer)
 }
 
 // Writes numbers one after the other, each little-endian in its own width, as the kernel lays out its records.
-class Record {
+class Record
+{
 public:
     explicit Record(void* out) : out_(static_cast<unsigned char*>(out)) {}
     Record& add(uint64_t value, size_t width)
@@ -204,8 +205,12 @@ int DeviceNode::control(uint32_t request, void* argument) const
     case kGetGeometry:
         if ((answer = find("HDIO_GETGEO")) == nullptr)
             return -1;
-        Record(argument).add(number(answer, "heads"), 1).add(number(answer, "sectors"), 1)
-            .add(number(answer, "cylinders"), 2).add(0, sizeof(long) - 4).add(number(answer, "start"), sizeof(long));
+        Record(argument)
+            .add(number(answer, "heads"), 1)
+            .add(number(answer, "sectors"), 1)
+            .add(number(answer, "cylinders"), 2)
+            .add(0, sizeof(long) - 4)
+            .add(number(answer, "start"), sizeof(long));
         return 0;
     case kGetIdentity:
         if ((answer = find("HDIO_GET_IDENTITY")) == nullptr)
@@ -218,15 +223,22 @@ int DeviceNode::control(uint32_t request, void* argument) const
         // The fourth byte says how many sectors the caller has room for.
         memcpy(static_cast<char*>(argument) + 4, identity(*answer).data(),
                static_cast<unsigned char*>(argument)[3] == 0 ? 0 : kIdentitySize);
-        Record(argument).add(0x50, 1).add(0, 2);  // status: ready; no error, no sectors left
+        Record(argument).add(0x50, 1).add(0, 2); // status: ready; no error, no sectors left
         return 0;
     case kFloppyParameters32:
     case kFloppyParameters64:
         if ((answer = find("FDGETPRM")) == nullptr)
             return -1;
-        Record(argument).add(number(answer, "size"), 4).add(number(answer, "sect"), 4).add(number(answer, "head"), 4)
-            .add(number(answer, "track"), 4).add(number(answer, "stretch"), 4).add(number(answer, "gap"), 1)
-            .add(number(answer, "rate"), 1).add(number(answer, "spec1"), 1).add(number(answer, "fmt_gap"), 1)
+        Record(argument)
+            .add(number(answer, "size"), 4)
+            .add(number(answer, "sect"), 4)
+            .add(number(answer, "head"), 4)
+            .add(number(answer, "track"), 4)
+            .add(number(answer, "stretch"), 4)
+            .add(number(answer, "gap"), 1)
+            .add(number(answer, "rate"), 1)
+            .add(number(answer, "spec1"), 1)
+            .add(number(answer, "fmt_gap"), 1)
             .add(0, request == kFloppyParameters32 ? 4 : 8);
         return 0;
     case kFloppyType:
@@ -252,14 +264,24 @@ int DeviceNode::control(uint32_t request, void* argument) const
     case kGetIdLun:
         if ((answer = find("SCSI_IOCTL_GET_IDLUN")) == nullptr)
             return -1;
-        Record(argument).add(number(answer, "id") | number(answer, "lun") << 8 | number(answer, "channel") << 16 |
-                                 number(answer, "host") << 24, 4).add(number(answer, "unique"), 4);
+        Record(argument)
+            .add(number(answer, "id") | number(answer, "lun") << 8 | number(answer, "channel") << 16 |
+                     number(answer, "host") << 24,
+                 4)
+            .add(number(answer, "unique"), 4);
         return 0;
     case kGetScsiId:
         if ((answer = find("SG_GET_SCSI_ID")) == nullptr)
             return -1;
-        Record(argument).add(number(answer, "host"), 4).add(number(answer, "channel"), 4).add(number(answer, "id"), 4)
-            .add(number(answer, "lun"), 4).add(number(answer, "type"), 4).add(1, 2).add(1, 2).add(0, 8);
+        Record(argument)
+            .add(number(answer, "host"), 4)
+            .add(number(answer, "channel"), 4)
+            .add(number(answer, "id"), 4)
+            .add(number(answer, "lun"), 4)
+            .add(number(answer, "type"), 4)
+            .add(1, 2)
+            .add(1, 2)
+            .add(0, 8);
         return 0;
     case kScsiCommand:
         return scsiControl(argument);
@@ -345,4 +367,4 @@ ssize_t DeviceNode::readReply(void* data, size_t count)
     return static_cast<ssize_t>(std::min(count, reply->readCount.value_or(count)));
 }
 
-}  // namespace fakemachine
+} // namespace fakemachine

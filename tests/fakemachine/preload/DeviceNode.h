@@ -15,16 +15,17 @@ namespace fakemachine
 /// The answer to one SCSI command.
 struct ScsiReply {
     std::string data;
-    int error = 0;      // errno of the ioctl, or of the write
-    int readError = 0;  // errno of the read
-    int result = 0;     // result field of the reply's header
+    int error = 0;     // errno of the ioctl, or of the write
+    int readError = 0; // errno of the read
+    int result = 0;    // result field of the reply's header
     unsigned hostStatus = 0, status = 0, driverStatus = 0;
-    std::optional<size_t> readCount;   // bytes that the read gives, header included
-    std::optional<size_t> writeCount;  // bytes that the write takes
+    std::optional<size_t> readCount;  // bytes that the read gives, header included
+    std::optional<size_t> writeCount; // bytes that the write takes
 };
 
 /// What a device node answers: a text of devices/<path> (see README.md).
-class DeviceNode {
+class DeviceNode
+{
 public:
     DeviceNode(const std::string& text, const std::string& name);
 
@@ -46,7 +47,7 @@ private:
         std::string text;
         uint64_t value = 0;
     };
-    using Replies = std::map<std::string, ScsiReply>;  // by the command's bytes
+    using Replies = std::map<std::string, ScsiReply>; // by the command's bytes
 
     void parseLine(const std::vector<Word>& words, const LinePlace& place);
     void parseOpen(const std::vector<Word>& words, const LinePlace& place);
@@ -59,11 +60,11 @@ private:
     bool block_ = true;
     int openError_ = 0;
     int writeOpenError_ = 0;
-    std::map<std::string, Answer> answers_;  // by the ioctl's name
+    std::map<std::string, Answer> answers_; // by the ioctl's name
     Replies ioctlReplies_;
     Replies streamReplies_;
-    const ScsiReply* pending_ = nullptr;  // the reply to the last request written
+    const ScsiReply* pending_ = nullptr; // the reply to the last request written
     bool unknownRequest_ = false;
 };
 
-}  // namespace fakemachine
+} // namespace fakemachine

@@ -137,7 +137,7 @@ FAKE(int, socket, int family, int type, int protocol)
     return family == AF_INET && conf.network ? openSocketNode() : fails(EAFNOSUPPORT);
 }
 
-static constexpr uint64_t kPage = 4096;  // of the processor family; machine.conf changes what is reported only
+static constexpr uint64_t kPage = 4096; // of the processor family; machine.conf changes what is reported only
 
 // A private copy: it has the bytes of the machine and, beyond its end, none to fault on.
 static void* mapMemory(size_t length, int protection, int64_t offset)

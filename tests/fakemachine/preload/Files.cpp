@@ -105,7 +105,7 @@ FAKE(int, close, int descriptor)
     static auto* const real = realFunction<int(int)>("close");
     Call call("close", subjectOf(descriptor));
     forgetNode(descriptor);
-    const int result = real(descriptor);  // a close that fails has closed the descriptor all the same
+    const int result = real(descriptor); // a close that fails has closed the descriptor all the same
     return call.fails() ? -1 : result;
 }
 
@@ -217,26 +217,26 @@ static int statPath(const char* name, const char* path, Status* status, Real rea
     return result;
 }
 
-#define FAKE_STAT(name, Status) \
-    FAKE(int, name, const char* path, Status* status) \
-    { \
-        return statPath("stat", path, status, realFunction<int(const char*, Status*)>(#name)); \
+#define FAKE_STAT(name, Status)                                                                                        \
+    FAKE(int, name, const char* path, Status* status)                                                                  \
+    {                                                                                                                  \
+        return statPath("stat", path, status, realFunction<int(const char*, Status*)>(#name));                         \
     }
 
-#define FAKE_STAT_VERSION(name, Status) \
-    FAKE(int, name, int version, const char* path, Status* status) \
-    { \
-        static auto* const real = realFunction<int(int, const char*, Status*)>(#name); \
-        return statPath("stat", path, status, \
-                        [&](const char* where, Status* out) { return real(version, where, out); }); \
+#define FAKE_STAT_VERSION(name, Status)                                                                                \
+    FAKE(int, name, int version, const char* path, Status* status)                                                     \
+    {                                                                                                                  \
+        static auto* const real = realFunction<int(int, const char*, Status*)>(#name);                                 \
+        return statPath("stat", path, status,                                                                          \
+                        [&](const char* where, Status* out) { return real(version, where, out); });                    \
     }
 
-#define FAKE_STAT_AT(name, Status) \
-    FAKE(int, name, int folder, const char* path, Status* status, int flags) \
-    { \
-        static auto* const real = realFunction<int(int, const char*, Status*, int)>(#name); \
-        return statPath("stat", path, status, \
-                        [&](const char* where, Status* out) { return real(folder, where, out, flags); }); \
+#define FAKE_STAT_AT(name, Status)                                                                                     \
+    FAKE(int, name, int folder, const char* path, Status* status, int flags)                                           \
+    {                                                                                                                  \
+        static auto* const real = realFunction<int(int, const char*, Status*, int)>(#name);                            \
+        return statPath("stat", path, status,                                                                          \
+                        [&](const char* where, Status* out) { return real(folder, where, out, flags); });              \
     }
 
 FAKE_STAT(stat, struct stat)

@@ -56,7 +56,7 @@ Entry* nextEntry(OpenFolder& folder, Entry& out)
     return &out;
 }
 
-}  // namespace
+} // namespace
 
 FAKE(DIR*, opendir, const char* path)
 {

@@ -71,7 +71,7 @@ Machine::Machine()
 
 Machine& Machine::instance()
 {
-    static Machine* const machine = new Machine;  // used until the process has ended
+    static Machine* const machine = new Machine; // used until the process has ended
     return *machine;
 }
 
@@ -140,10 +140,9 @@ Location Machine::locate(const char* path) const
     } else if (realStatus(devicePath, &status) == 0 && S_ISREG(status.st_mode)) {
         where.place = Place::Device;
         where.path = devicePath;
-    } else if (!exists(where.path) &&
-               (exists(devicePath) || conf_.directories.count(where.name) != 0 ||
-                (where.name == "/dev" && exists(folder_ + "/memory.txt")))) {
-        where.path = folder_;  // a folder that has no files of its own stands for one
+    } else if (!exists(where.path) && (exists(devicePath) || conf_.directories.count(where.name) != 0 ||
+                                       (where.name == "/dev" && exists(folder_ + "/memory.txt")))) {
+        where.path = folder_; // a folder that has no files of its own stands for one
     }
     errno = savedErrno;
     return where;
@@ -207,4 +206,4 @@ int Machine::errorOf(const char* call, const Location& where) const
     return where.place == Place::Real ? 0 : conf_.errorOf(call, where.name);
 }
 
-}  // namespace fakemachine
+} // namespace fakemachine

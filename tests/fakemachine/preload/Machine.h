@@ -14,27 +14,28 @@ namespace fakemachine
 {
 
 enum class Place {
-    Real,    // not the machine's: relative paths, the program itself, /dev/null, what FAKEMACHINE_PASS lists
-    File,    // a file or folder of the machine, or nothing
-    Device,  // a device node
-    Memory,  // /dev/mem
+    Real,   // not the machine's: relative paths, the program itself, /dev/null, what FAKEMACHINE_PASS lists
+    File,   // a file or folder of the machine, or nothing
+    Device, // a device node
+    Memory, // /dev/mem
 };
 
 /// Where a path of the program leads.
 struct Location {
     Place place = Place::Real;
-    std::string path;  // on the real computer
-    std::string name;  // as the program knows it, without superfluous "/", "." and ".."
+    std::string path; // on the real computer
+    std::string name; // as the program knows it, without superfluous "/", "." and ".."
 };
 
 /// One entry of a folder.
 struct FolderEntry {
     std::string name;
-    unsigned char type = 0;  // DT_DIR, ...
+    unsigned char type = 0; // DT_DIR, ...
 };
 
 /// The recorded machine of this process: the folder that FAKEMACHINE names.
-class Machine {
+class Machine
+{
 public:
     /// The one machine; read at the first call.
     static Machine& instance();
@@ -55,11 +56,11 @@ private:
     std::string resolveLinks(const std::string& name, int depth) const;
     bool isPassedThrough(const std::string& name) const;
 
-    std::string folder_;  // empty: no machine, everything is real
+    std::string folder_; // empty: no machine, everything is real
     std::vector<std::string> passThrough_;
     MachineConf conf_;
     Commands commands_;
     std::optional<MemoryImage> memory_;
 };
 
-}  // namespace fakemachine
+} // namespace fakemachine

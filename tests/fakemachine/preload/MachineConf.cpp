@@ -101,16 +101,19 @@ static void parseInterface(MachineConf& conf, const Line& line)
 
 static void parseLogin(MachineConf& conf, const Line& line)
 {
-    static const std::map<std::string, int> kTypes = {{"RUN_LVL", RUN_LVL},   {"BOOT_TIME", BOOT_TIME},
-                                                      {"NEW_TIME", NEW_TIME}, {"OLD_TIME", OLD_TIME},
-                                                      {"LOGIN_PROCESS", LOGIN_PROCESS}, {"USER_PROCESS", USER_PROCESS}};
+    static const std::map<std::string, int> kTypes = {
+        {"RUN_LVL", RUN_LVL},   {"BOOT_TIME", BOOT_TIME},         {"NEW_TIME", NEW_TIME},
+        {"OLD_TIME", OLD_TIME}, {"LOGIN_PROCESS", LOGIN_PROCESS}, {"USER_PROCESS", USER_PROCESS}};
     Login login;
     const auto type = kTypes.find(line.at(1));
     login.type = type != kTypes.end() ? type->second : static_cast<int>(line.number(1));
     login.seconds = parseSigned(line.at(2), line.place);
     for (size_t i = 3; i < line.words.size(); i += 2) {
         const std::string& key = line.at(i);
-        std::string* field = key == "line" ? &login.line : key == "id" ? &login.id : key == "user" ? &login.user : nullptr;
+        std::string* field = key == "line"   ? &login.line
+                             : key == "id"   ? &login.id
+                             : key == "user" ? &login.user
+                                             : nullptr;
         if (field == nullptr)
             fail(line.place, "unknown word " + key + " in login");
         *field = line.at(i + 1);
@@ -150,7 +153,7 @@ static void parseLine(MachineConf& conf, const Line& line)
             conf.order[line.at(1)].push_back(line.at(i));
     else if (directive == "error")
         conf.errors[{line.at(1), line.at(2)}] = parseErrno(line.at(3), line.place);
-    else if (directive != "env")  // the environment is made by who starts the scan
+    else if (directive != "env") // the environment is made by who starts the scan
         fail(line.place, "unknown directive " + directive);
 }
 
@@ -177,4 +180,4 @@ int MachineConf::errorOf(const std::string& call, const std::string& subject) co
     return 0;
 }
 
-}  // namespace fakemachine
+} // namespace fakemachine

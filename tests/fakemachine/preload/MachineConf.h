@@ -13,10 +13,10 @@ namespace fakemachine
 
 struct Interface {
     std::string name;
-    std::optional<uint32_t> address;  // network byte order
+    std::optional<uint32_t> address; // network byte order
     std::optional<uint32_t> mask;
-    std::optional<std::string> hardware;  // six bytes
-    unsigned short hardwareType = 1;      // ARPHRD_ETHER
+    std::optional<std::string> hardware; // six bytes
+    unsigned short hardwareType = 1;     // ARPHRD_ETHER
 };
 
 struct Login {
@@ -42,12 +42,12 @@ struct MachineConf {
     std::optional<int64_t> clock;
     bool network = false;
     std::vector<Interface> interfaces;
-    std::map<std::string, std::string> hosts;  // dotted address -> name
+    std::map<std::string, std::string> hosts; // dotted address -> name
     std::vector<Login> logins;
-    std::map<std::string, Numbers> fileSystems;               // by mount point
-    std::map<std::string, std::vector<std::string>> order;    // of the entries of a folder
-    std::set<std::string> directories;                        // empty ones, which a repository cannot hold
-    std::map<std::pair<std::string, std::string>, int> errors;  // (call, subject) -> errno
+    std::map<std::string, Numbers> fileSystems;                // by mount point
+    std::map<std::string, std::vector<std::string>> order;     // of the entries of a folder
+    std::set<std::string> directories;                         // empty ones, which a repository cannot hold
+    std::map<std::pair<std::string, std::string>, int> errors; // (call, subject) -> errno
 };
 
-}  // namespace fakemachine
+} // namespace fakemachine

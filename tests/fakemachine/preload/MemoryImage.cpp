@@ -222,4 +222,4 @@ size_t MemoryImage::read(uint64_t address, void* out, size_t count) const
     return count;
 }
 
-}  // namespace fakemachine
+} // namespace fakemachine

@@ -10,7 +10,8 @@ namespace fakemachine
 {
 
 /// Physical memory as a readable text describes it (see README.md): stretches of bytes, zeros between them.
-class MemoryImage {
+class MemoryImage
+{
 public:
     /// Parses the text of a memory.txt; name stands in messages.
     MemoryImage(const std::string& text, const std::string& name);
@@ -30,8 +31,8 @@ private:
         std::string formatted;
         std::string strings;
         size_t offset = 4;
-        size_t length = 0;      // 0: as long as what is written
-        int lengthByte = -1;    // -1: the true length
+        size_t length = 0;   // 0: as long as what is written
+        int lengthByte = -1; // -1: the true length
     };
 
     void parseLine(const std::vector<Word>& words, const LinePlace& place);
@@ -42,7 +43,7 @@ private:
     void put(const std::string& bytes);
     void addEntries();
 
-    uint64_t size_ = 0x100000;  // a PC has at least its first megabyte
+    uint64_t size_ = 0x100000; // a PC has at least its first megabyte
     uint64_t position_ = 0;
     uint64_t tableStart_ = 0;
     bool inStructure_ = false;
@@ -50,7 +51,7 @@ private:
     Structure structure_;
     std::map<uint64_t, Table> tables_;
     std::map<uint64_t, std::string> stretches_;
-    std::vector<std::pair<std::vector<Word>, LinePlace>> entries_;  // made last, when the tables are known
+    std::vector<std::pair<std::vector<Word>, LinePlace>> entries_; // made last, when the tables are known
 };
 
-}  // namespace fakemachine
+} // namespace fakemachine

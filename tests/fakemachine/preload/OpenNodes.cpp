@@ -86,4 +86,4 @@ int64_t seekNode(OpenNode& node, int64_t offset, int whence)
     return static_cast<int64_t>(node.position);
 }
 
-}  // namespace fakemachine
+} // namespace fakemachine

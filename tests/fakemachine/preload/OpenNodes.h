@@ -30,4 +30,4 @@ void forgetNode(int descriptor);
 ssize_t readNode(OpenNode& node, void* buffer, size_t count);
 int64_t seekNode(OpenNode& node, int64_t offset, int whence);
 
-}  // namespace fakemachine
+} // namespace fakemachine

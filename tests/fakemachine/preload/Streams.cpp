@@ -26,7 +26,7 @@ struct Source {
     std::string name;
     int descriptor = -1;
     std::unique_ptr<OpenNode> node;
-    std::string text;  // of a command
+    std::string text; // of a command
     size_t position = 0;
     int exitStatus = 0;
 };
@@ -136,7 +136,7 @@ FILE* openMachineStream(const Location& where, const char* mode)
     return openSource(std::move(source));
 }
 
-}  // namespace
+} // namespace
 
 FAKE(FILE*, fopen64, const char* path, const char* mode)
 {
@@ -161,7 +161,8 @@ FAKE(FILE*, freopen64, const char* path, const char* mode, FILE* stream)
     if (call.fails())
         return nullptr;
     const Location where = Machine::instance().locate(path);
-    return real(where.place == Place::Real ? path : where.path.c_str(), where.place == Place::Real ? mode : "r", stream);
+    return real(where.place == Place::Real ? path : where.path.c_str(), where.place == Place::Real ? mode : "r",
+                stream);
 }
 FAKE_ALIAS(FILE*, freopen, freopen64, const char*, const char*, FILE*)
 
@@ -206,7 +207,7 @@ FAKE(FILE*, popen, const char* commandLine, const char*)
     source->text = answer.output;
     FILE* const stream = openSource(std::move(source));
     if (stream != nullptr)
-        exitStatuses()[stream] = answer.exitStatus << 8;  // as waitpid gives it
+        exitStatuses()[stream] = answer.exitStatus << 8; // as waitpid gives it
     return stream;
 }
 
@@ -264,7 +265,7 @@ FAKE(int, endmntent, FILE* stream)
 {
     static auto* const real = realFunction<int(FILE*)>("endmntent");
     Call call("endmntent");
-    return real(stream);  // always 1, as documented
+    return real(stream); // always 1, as documented
 }
 
 // Writing. A failed call writes nothing.

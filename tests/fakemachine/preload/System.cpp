@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <clocale>
 #include <cstring>
+#include <ctime>
 #include <fcntl.h>
 #include <netdb.h>
 #include <sys/mman.h>
@@ -11,7 +12,6 @@
 #include <sys/sysinfo.h>
 #include <sys/time.h>
 #include <sys/utsname.h>
-#include <ctime>
 #include <unistd.h>
 #include <utmp.h>
 

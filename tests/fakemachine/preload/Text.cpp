@@ -36,7 +36,7 @@ static int hexDigit(char c)
 static void appendEscape(std::string_view line, size_t& at, std::string& text, const LinePlace& place)
 {
     static constexpr char kLetters[] = "ntr0";
-    static constexpr char kValues[] = "\n\t\r";  // with the closing NUL for \0
+    static constexpr char kValues[] = "\n\t\r"; // with the closing NUL for \0
     const char letter = at < line.size() ? line[at++] : '\0';
     const char* known = letter == '\0' ? nullptr : strchr(kLetters, letter);
     if (known != nullptr) {
@@ -184,4 +184,4 @@ std::vector<std::string> splitLines(const std::string& text)
     return lines;
 }
 
-}  // namespace fakemachine
+} // namespace fakemachine

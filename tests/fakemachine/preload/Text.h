@@ -48,4 +48,4 @@ std::optional<std::string> readWhole(const std::string& path);
 /// The lines of text without their ends.
 std::vector<std::string> splitLines(const std::string& text);
 
-}  // namespace fakemachine
+} // namespace fakemachine
