@@ -1,0 +1,9 @@
+#pragma once
+
+#include <cstdint>
+
+/// Where a collector finds an attribute, in one line of Markdown; null for an attribute of a group without collector.
+const char* attribSource(uint32_t groupId, uint32_t attribId);
+
+/// True when the table of sources names every attribute of the collected groups once and nothing else.
+bool sourcesAreComplete();

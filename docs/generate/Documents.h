@@ -1,0 +1,15 @@
+#pragma once
+
+#include <ostream>
+
+// The documents that are made from the catalog, so that they cannot differ from what the program writes.
+
+/// Writes the reference of all groups, attributes and enumerations as Markdown.
+void writeReportDoc(std::ostream& out);
+
+/// Writes the XML schema (1.0) of the report.
+void writeSchema(std::ostream& out);
+
+/// Writes to standard output a report that holds every group with every attribute and every enumeration text that is
+/// XML: the schema must accept it.
+void writeSampleReport();
