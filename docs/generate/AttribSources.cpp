@@ -92,7 +92,7 @@ constexpr Source kSources[] = {
     {GROUP_OPERATING_SYSTEM,   OPER_SYS_MESSAGES_LOCALE,              "`setlocale` for messages, from the environment"},
     {GROUP_OPERATING_SYSTEM,   OPER_SYS_LAST_BOOT_UP_TIME,            "not produced on Linux"},
     {GROUP_STORAGE,            STORAGE_INDEX,                         "drive number from 1, over all probes"},
-    {GROUP_STORAGE,            STORAGE_ID,                            "MD5 digest of geometry and size (RAID drives: and of the drive's place)"},
+    {GROUP_STORAGE,            STORAGE_ID,                            "MD5 digest of geometry and size (Smart Array: and of the drive's letter or number)"},
     {GROUP_STORAGE,            STORAGE_TYPE,                          "IDE: `/proc/ide/*/*/media`; SCSI: peripheral type of INQUIRY; RAID: Hard Disk; floppy: Floppy/Diskette"},
     {GROUP_STORAGE,            STORAGE_MODEL,                         "IDE: `model` file after its first blank; SCSI: INQUIRY product; DAC960: RAID level; Smart Array: fixed text; floppy: drive-type name"},
     {GROUP_STORAGE,            STORAGE_MANUFACTURER,                  "IDE: `model` file before its first blank; SCSI: INQUIRY vendor; DAC960: controller name; Smart Array: \"Compaq\"; floppy: empty"},
