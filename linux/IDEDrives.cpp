@@ -33,7 +33,7 @@ static bool isDirectory(const char* path)
 // Adds the devices of one controller behind the count entries of list; returns the new count.
 static int listController(const char* controller, char list[][IDE_PATH_SIZE], int count)
 {
-    char path[sizeof kIDEDirectory + 2 * (NAME_MAX + 1)];
+    char path[sizeof kIDEDirectory + sizeof "/" + NAME_MAX + sizeof "/" + NAME_MAX];
     snprintf(path, sizeof path, "%s/%s", kIDEDirectory, controller);
     const Directory directory(opendir(path));
     if (directory == nullptr)

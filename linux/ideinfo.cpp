@@ -5,6 +5,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <linux/hdreg.h>
+#include <string_view>
 
 #include "linux/DeviceNode.h"
 #include "linux/TextParse.h"
@@ -156,7 +157,7 @@ void ideinfo::determineIDEserialnumber(const char* path)
 
 int32_t decodeIDEsecurity(const unsigned char (&identify)[IDENTIFY_SIZE])
 {
-    constexpr size_t kSecurityStatus = 128 * 2; // low byte of word 128
+    constexpr size_t kSecurityStatus = 256; // low byte of word 128
     constexpr unsigned kSupported = 0x1;
     constexpr unsigned kEnabled = 0x2;
     const unsigned status = identify[kSecurityStatus];
@@ -183,18 +184,20 @@ void ideinfo::determineIDEhdsecurity(const char* path)
         securityEnabled_ = decodeIDEsecurity(identify.data);
 }
 
+static void copyText(std::string_view text, char* out)
+{
+    out[text.copy(out, text.size())] = '\0';
+}
+
 void splitIDEmodel(const char* line, char* manufacturer, char* model)
 {
-    size_t length = strlen(line);
-    if (length > 0 && line[length - 1] == '\n')
-        --length;
-    const auto* blank = static_cast<const char*>(memchr(line, ' ', length));
-    const size_t maker = blank == nullptr ? 0 : static_cast<size_t>(blank - line);
-    const size_t start = blank == nullptr ? 0 : maker + 1;
-    memcpy(manufacturer, line, maker);
-    manufacturer[maker] = '\0';
-    memcpy(model, line + start, length - start);
-    model[length - start] = '\0';
+    std::string_view text(line);
+    if (text.ends_with('\n'))
+        text.remove_suffix(1);
+    const size_t blank = text.find(' ');
+    const bool split = blank != std::string_view::npos;
+    copyText(text.substr(0, split ? blank : 0), manufacturer);
+    copyText(text.substr(split ? blank + 1 : 0), model);
 }
 
 void ideinfo::determineIDEmodel(const char* path)
