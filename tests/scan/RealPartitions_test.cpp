@@ -1,0 +1,116 @@
+// A scan of the computer that runs the test: for every file system that df(1) shows, the report has the same sizes.
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <sstream>
+#include <unistd.h>
+
+#include "FakeMachine.h"
+#include "linux/PartitionNames.h"
+
+namespace fs = std::filesystem;
+
+namespace
+{
+
+struct FileSystem {
+    std::string mountPoint;
+    uint64_t total; // kilobytes
+    uint64_t available;
+};
+
+std::string outputOf(const std::string& command)
+{
+    FILE* stream = popen(command.c_str(), "r");
+    if (stream == nullptr)
+        return "";
+    std::string output;
+    char buffer[4096];
+    for (size_t count; (count = fread(buffer, 1, sizeof buffer, stream)) > 0;)
+        output.append(buffer, count);
+    pclose(stream);
+    return output;
+}
+
+// Only those that the report is meant to have.
+std::vector<FileSystem> runDf()
+{
+    std::istringstream output(outputOf("LC_ALL=C df -k --output=fstype,size,avail,target 2>/dev/null"));
+    std::vector<FileSystem> result;
+    std::string line;
+    std::getline(output, line); // titles
+    while (std::getline(output, line)) {
+        std::istringstream words(line);
+        std::string type;
+        FileSystem entry;
+        if (words >> type >> entry.total >> entry.available >> std::ws && std::getline(words, entry.mountPoint) &&
+            !isPseudoFileSystem("", entry.mountPoint.c_str(), type.c_str()))
+            result.push_back(entry);
+    }
+    return result;
+}
+
+ScanResult scanThisComputer()
+{
+    std::string folder = (fs::temp_directory_path() / "partitions.XXXXXX").string();
+    EXPECT_NE(mkdtemp(folder.data()), nullptr);
+    const fs::path program = fs::read_symlink("/proc/self/exe").parent_path() / "invhw";
+    ScanResult result;
+    result.report = outputOf("cd '" + folder + "' && LC_ALL=C '" + program.string() + "'");
+    fs::remove_all(folder);
+    return result;
+}
+
+// The report writes 32-bit numbers as signed ones.
+uint32_t number(const std::string& text)
+{
+    return static_cast<uint32_t>(std::stoll(text));
+}
+
+uint64_t saturated(uint64_t kilobytes)
+{
+    return std::min<uint64_t>(kilobytes, UINT32_MAX);
+}
+
+// The first difference between df and the report, or an empty text. What is free may change while the scan runs, so it
+// is compared with what df said before and after.
+std::string difference(const std::vector<FileSystem>& before, const std::vector<FileSystem>& after,
+                       const std::vector<ReportRow>& rows)
+{
+    for (const FileSystem& entry : before) {
+        const auto later = std::find_if(after.begin(), after.end(),
+                                        [&](const FileSystem& other) { return other.mountPoint == entry.mountPoint; });
+        const auto row = std::find_if(rows.begin(), rows.end(), [&](const ReportRow& candidate) {
+            return *candidate.find("FSMountPoint") == entry.mountPoint;
+        });
+        if (later == after.end() || row == rows.end())
+            return entry.mountPoint + " is missing";
+        const uint32_t total = number(*row->find("FSTotalSize"));
+        const uint32_t free = number(*row->find("FSFreeSize"));
+        const auto [least, most] = std::minmax(entry.available, later->available);
+        if (total != saturated(entry.total) || free < saturated(least) || free > saturated(most))
+            return entry.mountPoint + ": " + std::to_string(total) + ", of which free " + std::to_string(free);
+    }
+    return "";
+}
+
+} // namespace
+
+TEST(RealPartitions, agreeWithDf)
+{
+    constexpr int kAttempts = 5; // others may write to a file system and delete from it during one scan
+    std::string found;
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        const std::vector<FileSystem> before = runDf();
+        const ScanResult result = scanThisComputer();
+        ASSERT_FALSE(before.empty());
+        ASSERT_FALSE(result.rows("Partition").empty());
+        found = difference(before, runDf(), result.rows("Partition"));
+        if (found.empty())
+            return;
+    }
+    FAIL() << found;
+}
