@@ -1,17 +1,14 @@
 // A scan of the computer that runs the test: for every file system that df(1) shows, the report has the same sizes.
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
+#include <cstdint>
 #include <gtest/gtest.h>
 #include <sstream>
-#include <unistd.h>
+#include <string>
+#include <vector>
 
-#include "FakeMachine.h"
 #include "linux/PartitionNames.h"
-
-namespace fs = std::filesystem;
+#include "tests/scan/RealScan.h"
 
 namespace
 {
@@ -21,19 +18,6 @@ struct FileSystem {
     uint64_t total; // kilobytes
     uint64_t available;
 };
-
-std::string outputOf(const std::string& command)
-{
-    FILE* stream = popen(command.c_str(), "r");
-    if (stream == nullptr)
-        return "";
-    std::string output;
-    char buffer[4096];
-    for (size_t count; (count = fread(buffer, 1, sizeof buffer, stream)) > 0;)
-        output.append(buffer, count);
-    pclose(stream);
-    return output;
-}
 
 // Only those that the report is meant to have.
 std::vector<FileSystem> runDf()
@@ -50,17 +34,6 @@ std::vector<FileSystem> runDf()
             !isPseudoFileSystem("", entry.mountPoint.c_str(), type.c_str()))
             result.push_back(entry);
     }
-    return result;
-}
-
-ScanResult scanThisComputer()
-{
-    std::string folder = (fs::temp_directory_path() / "partitions.XXXXXX").string();
-    EXPECT_NE(mkdtemp(folder.data()), nullptr);
-    const fs::path program = fs::read_symlink("/proc/self/exe").parent_path() / "invhw";
-    ScanResult result;
-    result.report = outputOf("cd '" + folder + "' && LC_ALL=C '" + program.string() + "'");
-    fs::remove_all(folder);
     return result;
 }
 
