@@ -262,6 +262,16 @@ static void limit(__rlimit_resource resource, unsigned long value)
         _exit(96);
 }
 
+// As execve takes a list of texts.
+static std::vector<char*> pointersTo(const std::vector<std::string>& texts)
+{
+    std::vector<char*> pointers;
+    for (const std::string& text : texts)
+        pointers.push_back(const_cast<char*>(text.c_str()));
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
 // In the child: becomes the program.
 [[noreturn]] static void runProgram(const std::string& base, const std::vector<std::string>& settings,
                                     const ScanOptions& options)
@@ -277,16 +287,14 @@ static void limit(__rlimit_resource resource, unsigned long value)
         fs::remove_all(folder);
     for (const int descriptor : options.closedStreams)
         close(descriptor);
-    std::vector<char*> environment;
-    for (const std::string& setting : settings)
-        environment.push_back(const_cast<char*>(setting.c_str()));
-    environment.push_back(nullptr);
-    char program[] = INVHW_PROGRAM;
-    char* const arguments[] = {program, nullptr};
+    std::vector<std::string> command = {options.program.empty() ? INVHW_PROGRAM : options.program};
+    command.insert(command.end(), options.arguments.begin(), options.arguments.end());
+    const std::vector<char*> arguments = pointersTo(command);
+    const std::vector<char*> environment = pointersTo(settings);
     limit(RLIMIT_NOFILE, options.openFiles);
     limit(RLIMIT_AS, options.addressSpace);
     limit(RLIMIT_CORE, 0);
-    execve(program, arguments, environment.data());
+    execve(arguments[0], arguments.data(), environment.data());
     _exit(96);
 }
 

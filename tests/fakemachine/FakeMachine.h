@@ -38,6 +38,8 @@ struct ScanResult {
 
 /// How a scan is run.
 struct ScanOptions {
+    std::string program;                // in place of the scanner
+    std::vector<std::string> arguments; // of that program
     int secondsAllowed = 30;
     std::string faults;                             // FAKEMACHINE_FAIL
     std::string countFile;                          // FAKEMACHINE_COUNT

@@ -331,12 +331,12 @@ ssize_t DeviceNode::writeRequest(const void* data, size_t count)
     for (const auto& [command, reply] : streamReplies_) {
         if (rest.compare(0, command.size(), command) != 0)
             continue;
+        unknownRequest_ = false;
         if (reply.error != 0) {
             errno = reply.error;
             return -1;
         }
         pending_ = &reply;
-        unknownRequest_ = false;
     }
     return pending_ != nullptr ? static_cast<ssize_t>(pending_->writeCount.value_or(count))
                                : static_cast<ssize_t>(count);

@@ -123,6 +123,8 @@ FAKE(int, ioctl, int descriptor, unsigned long request, ...)
     }
 }
 
+FAKE_ALIAS(int, __ioctl_time64, ioctl, int, unsigned long, ...)
+
 FAKE(int, socket, int family, int type, int protocol)
 {
     static auto* const real = realFunction<int(int, int, int)>("socket");

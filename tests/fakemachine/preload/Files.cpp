@@ -198,8 +198,13 @@ static void describe(const Location& where, Status* status)
     }
 }
 
-// The variants of the 64-bit time have a record of their own, which is filled as far as the real file answers.
-[[maybe_unused]] static void describe(const Location&, void*) {}
+// The record of the 64-bit time's variants, as far as it is described here; the real function fills the whole.
+struct WideTimeStatus {
+    unsigned char deviceAndInode[16];
+    mode_t st_mode;
+    unsigned char linksAndOwners[20];
+    off64_t st_size;
+};
 
 template <typename Status, typename Real>
 static int statPath(const char* name, const char* path, Status* status, Real real)
@@ -250,9 +255,9 @@ FAKE_STAT_VERSION(__lxstat64, struct stat64)
 FAKE_STAT_AT(fstatat, struct stat)
 FAKE_STAT_AT(fstatat64, struct stat64)
 #ifdef __i386__
-FAKE_STAT(__stat64_time64, void)
-FAKE_STAT(__lstat64_time64, void)
-FAKE_STAT_AT(__fstatat64_time64, void)
+FAKE_STAT(__stat64_time64, WideTimeStatus)
+FAKE_STAT(__lstat64_time64, WideTimeStatus)
+FAKE_STAT_AT(__fstatat64_time64, WideTimeStatus)
 #endif
 
 FAKE(int, access, const char* path, int mode)

@@ -185,8 +185,10 @@ static void sortEntries(std::vector<FolderEntry>& entries, const std::vector<std
 std::optional<std::vector<FolderEntry>> Machine::entries(const Location& where) const
 {
     struct stat64 status;
-    if (where.place != Place::File || realStatus(where.path, &status) != 0 || !S_ISDIR(status.st_mode)) {
-        errno = where.place == Place::File && errno == ENOENT ? ENOENT : ENOTDIR;
+    if (where.place == Place::File && realStatus(where.path, &status) != 0)
+        return std::nullopt;
+    if (where.place != Place::File || !S_ISDIR(status.st_mode)) {
+        errno = ENOTDIR;
         return std::nullopt;
     }
     std::vector<FolderEntry> found = {{".", DT_DIR}, {"..", DT_DIR}};
