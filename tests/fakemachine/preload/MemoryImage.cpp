@@ -86,31 +86,28 @@ void MemoryImage::beginStructure(const std::vector<Word>& words, const LinePlace
 {
     structure_ = {};
     unsigned handle = nextHandle_;
-    bool ended = false;
-    for (size_t i = 1; i < words.size(); ++i) {
+    size_t i = 1;
+    for (; i < words.size() && words[i].text != "{"; i += 2) {
         const std::string& key = words[i].text;
-        if (key == "{")
-            inStructure_ = true;
-        else if (key == "}")
-            ended = true;
-        else if (key == "type")
-            structure_.type = static_cast<unsigned>(parseNumber(wordAt(words, ++i, place).text, place));
+        const uint64_t value = parseNumber(wordAt(words, i + 1, place).text, place);
+        if (key == "type")
+            structure_.type = static_cast<unsigned>(value);
         else if (key == "length")
-            structure_.length = parseNumber(wordAt(words, ++i, place).text, place);
+            structure_.length = value;
         else if (key == "length-byte")
-            structure_.lengthByte = static_cast<int>(parseNumber(wordAt(words, ++i, place).text, place));
+            structure_.lengthByte = static_cast<int>(value);
         else if (key == "handle")
-            handle = static_cast<unsigned>(parseNumber(wordAt(words, ++i, place).text, place));
+            handle = static_cast<unsigned>(value);
         else
             fail(place, "unknown word " + key + " in struct");
     }
-    if (!inStructure_)
+    if (i >= words.size())
         fail(place, "struct without {");
+    inStructure_ = true;
     nextHandle_ = handle + 1;
     storeLittle(structure_.formatted, 0, structure_.type, 2);
     storeLittle(structure_.formatted, 2, handle, 2);
-    if (ended)
-        endStructure();
+    parseStructureLine({words.begin() + static_cast<std::ptrdiff_t>(i) + 1, words.end()}, place);
 }
 
 void MemoryImage::parseStructureLine(const std::vector<Word>& words, const LinePlace& place)
