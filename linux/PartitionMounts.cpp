@@ -19,9 +19,9 @@ uint32_t unitKilobytes(uint64_t blocks, uint32_t fragmentSize)
     return static_cast<uint32_t>(blocks / kBlocksPerUnit) * fragmentSize;
 }
 
-uint32_t leftOverBytes(uint64_t blocks, uint32_t fragmentSize)
+uint32_t leftOverKilobytes(uint64_t blocks, uint32_t fragmentSize)
 {
-    return static_cast<uint32_t>(blocks % kBlocksPerUnit) * fragmentSize;
+    return static_cast<uint32_t>(blocks % kBlocksPerUnit) * fragmentSize / 1024;
 }
 
 // A copy of a name, cut to what a report's text may hold.
@@ -57,7 +57,7 @@ FileSystemSize readFileSystemSize(const char* mountPoint)
             logWord(status.f_blocks));
     VEX_LOG(DEBUG_PARTITION, VEX_LEVEL_DETAIL, "\n    f_tot : %lu  f_tot_modk : %lu",
             logWord(unitKilobytes(status.f_blocks, fragmentSize)),
-            logWord(leftOverBytes(status.f_blocks, fragmentSize)));
+            logWord(leftOverKilobytes(status.f_blocks, fragmentSize)));
     size.total = kilobytesOfBlocks(status.f_blocks, fragmentSize);
     size.free = kilobytesOfBlocks(status.f_bavail, fragmentSize);
     VEX_LOG(DEBUG_PARTITION, VEX_LEVEL_DETAIL, "\n    totalsize : %lu  freesize : %lu", logWord(size.total),
@@ -76,7 +76,7 @@ uint32_t kilobytesOfBlocks(uint64_t blocks, uint32_t fragmentSize)
         return UINT32_MAX;
     if (units * fragmentSize + leftOver * fragmentSize / 1024 > UINT32_MAX)
         return UINT32_MAX;
-    return leftOverBytes(blocks, fragmentSize) / 1024 + unitKilobytes(blocks, fragmentSize);
+    return leftOverKilobytes(blocks, fragmentSize) + unitKilobytes(blocks, fragmentSize);
 }
 
 void doEntry(const char* device, const char* mountPoint, const char* fsType)
