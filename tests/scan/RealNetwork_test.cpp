@@ -1,0 +1,155 @@
+// A scan of the computer that runs the test: interfaces as ip(8) shows them, PCI devices as lspci(8) lists them.
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <sstream>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+#include "FakeMachine.h"
+
+namespace fs = std::filesystem;
+
+namespace
+{
+
+std::string outputOf(const std::string& command)
+{
+    FILE* stream = popen(command.c_str(), "r");
+    if (stream == nullptr)
+        return "";
+    std::string output;
+    char buffer[4096];
+    for (size_t count; (count = fread(buffer, 1, sizeof buffer, stream)) > 0;)
+        output.append(buffer, count);
+    pclose(stream);
+    return output;
+}
+
+ScanResult scanThisComputer()
+{
+    std::string folder = (fs::temp_directory_path() / "network.XXXXXX").string();
+    EXPECT_NE(mkdtemp(folder.data()), nullptr);
+    const fs::path program = fs::read_symlink("/proc/self/exe").parent_path() / "invhw";
+    ScanResult result;
+    result.report = outputOf("cd '" + folder + "' && LC_ALL=C '" + program.string() + "'");
+    fs::remove_all(folder);
+    return result;
+}
+
+// An IPv4 address as "ip -o" shows it: name is the label, which is the interface's own name unless it is an alias.
+struct Address {
+    std::string name;
+    std::string address;
+    std::string interface;
+};
+
+std::vector<Address> runIp()
+{
+    std::vector<Address> addresses;
+    std::istringstream output(outputOf("ip -o -4 addr show 2>/dev/null"));
+    std::string line;
+    while (std::getline(output, line)) {
+        std::istringstream words(line.substr(0, line.find('\\'))); // behind it stand the lifetimes
+        std::string index, interface, family, address, label;
+        words >> index >> interface >> family >> address;
+        while (words >> label) // the last word
+            ;
+        addresses.push_back({label, address.substr(0, address.find('/')), interface});
+    }
+    return addresses;
+}
+
+// The hardware address of an interface in upper case; empty when it has none of six bytes.
+std::string hardwareAddressOf(const std::string& interface)
+{
+    std::istringstream output(outputOf("ip -o link show dev '" + interface + "' 2>/dev/null"));
+    std::string word;
+    while (output >> word)
+        if (word.starts_with("link/"))
+            break;
+    output >> word;
+    for (char& c : word)
+        c = static_cast<char>(toupper(c));
+    return word.size() == 17 && word != "00:00:00:00:00:00" ? word : "";
+}
+
+// The first address of each label: the interface requests answer with it for every record of that name.
+std::string firstAddressOf(const std::vector<Address>& addresses, const std::string& name)
+{
+    for (const Address& address : addresses)
+        if (address.name == name)
+            return address.address;
+    return "";
+}
+
+} // namespace
+
+TEST(RealNetwork, addressesAgreeWithIp)
+{
+    const std::vector<Address> shown = runIp();
+    if (shown.empty() || shown.size() > 62)
+        GTEST_SKIP() << "no ip(8), no address, or more than the scan lists";
+    const ScanResult result = scanThisComputer();
+    size_t row = 0;
+    for (const Address& entry : shown) {
+        const std::string address = firstAddressOf(shown, entry.name);
+        if (address == "127.0.0.1")
+            continue;
+        EXPECT_EQ(result.value("IPAddress", row, "Address"), address);
+        const std::string hardware = hardwareAddressOf(entry.interface);
+        if (!hardware.empty()) {
+            EXPECT_EQ(result.value("IPAddress", row, "PermanentMacAddress"), hardware);
+        }
+        ++row;
+    }
+    EXPECT_EQ(result.rows("IPAddress").size(), row);
+}
+
+TEST(RealNetwork, adaptersAgreeWithIp)
+{
+    const std::vector<Address> shown = runIp();
+    if (shown.empty() || shown.size() > 256)
+        GTEST_SKIP() << "no ip(8), no address, or more than the scan lists";
+    const ScanResult result = scanThisComputer();
+    for (const ReportRow& row : result.rows("NetworkAdapter")) {
+        const std::string model = *row.find("Model");
+        const std::string interface = model.substr(0, model.find(':'));
+        const std::string hardware = hardwareAddressOf(interface);
+        if (!hardware.empty()) {
+            EXPECT_EQ(*row.find("PermanentAddress"), hardware) << model;
+        }
+    }
+    for (const Address& entry : shown) {
+        size_t count = 0;
+        for (const ReportRow& row : result.rows("NetworkAdapter"))
+            count += *row.find("Model") == entry.name ? 1 : 0;
+        EXPECT_EQ(count != 0, !hardwareAddressOf(entry.interface).empty()) << entry.name;
+    }
+}
+
+TEST(RealPCI, devicesAgreeWithLspci)
+{
+    if (fs::exists("/proc/pci"))
+        GTEST_SKIP() << "this kernel has a listing of its own";
+    if (access("/sbin/lspci", X_OK) != 0)
+        GTEST_SKIP() << "no lspci(8)";
+    std::istringstream output(outputOf("LC_ALL=C /sbin/lspci -m 2>/dev/null"));
+    const ScanResult result = scanThisComputer();
+    std::string line;
+    size_t row = 0;
+    while (std::getline(output, line)) {
+        std::vector<std::string> fields;
+        std::istringstream parts(line);
+        for (std::string part; std::getline(parts, part, '"');)
+            fields.push_back(part);
+        if (line.size() > 254 || fields.size() < 7 || fields[3].empty() || fields[5].empty())
+            continue;
+        EXPECT_EQ(result.value("PCIDevice", row, "Name"), fields[3] + " " + fields[5]);
+        ++row;
+    }
+    EXPECT_EQ(result.rows("PCIDevice").size(), row);
+}
