@@ -3,10 +3,10 @@
 #include <cstring>
 #include <ctime>
 #include <sys/utsname.h>
-#include <utmp.h>
 
 #include "com/VexDebug.h"
 #include "com/VexTable.h"
+#include "linux/LoginRecords.h"
 
 // The group logs under the bit that belongs to no group, not under its own: readers of old logs know it so.
 static constexpr uint32_t DEBUG_THIS_GROUP = DEBUG_GENERAL;
@@ -38,19 +38,6 @@ static utsname askNames()
     return names;
 }
 
-// Looks up the login records' entry for the run level; false when there is none.
-static bool findRunLevelRecord(utmp* record)
-{
-    utmp key = {};
-    key.ut_type = RUN_LVL;
-    setutent();
-    const utmp* found = getutid(&key);
-    if (found != nullptr)
-        *record = *found; // the found one may not outlive the search
-    endutent();
-    return found != nullptr;
-}
-
 // The local time as asctime writes it, newline included; empty for a time that has none.
 static const char* localTimeText(time_t time)
 {
@@ -59,13 +46,11 @@ static const char* localTimeText(time_t time)
     return text == nullptr ? "" : text;
 }
 
-static void logRecord(const utmp& record)
+static void logRecord(const LoginRecord& record)
 {
-    // The field may be full, without a terminator.
-    VEX_LOG(DEBUG_THIS_GROUP, VEX_LEVEL_DETAIL, "\nRUNLEVEL line=%.*s", static_cast<int>(sizeof record.ut_line),
-            record.ut_line);
-    VEX_LOG(DEBUG_THIS_GROUP, VEX_LEVEL_DETAIL, "\nRUNLEVEL uptime=%ld %s", static_cast<long>(record.ut_tv.tv_sec),
-            localTimeText(record.ut_tv.tv_sec));
+    VEX_LOG(DEBUG_THIS_GROUP, VEX_LEVEL_DETAIL, "\nRUNLEVEL line=%s", record.line);
+    VEX_LOG(DEBUG_THIS_GROUP, VEX_LEVEL_DETAIL, "\nRUNLEVEL uptime=%ld %s", static_cast<long>(record.seconds),
+            localTimeText(record.seconds));
 }
 
 VexTable* UnixSystemParamsGroup::getTable()
@@ -73,12 +58,12 @@ VexTable* UnixSystemParamsGroup::getTable()
     const VexGroupFrame frame(DEBUG_THIS_GROUP, "UnixSystemParams");
     const int32_t runLevel = askRunLevel();
     const utsname names = askNames();
-    utmp record;
-    if (!findRunLevelRecord(&record))
+    const std::optional<LoginRecord> record = findRunLevelRecord();
+    if (!record)
         return nullptr;
-    logRecord(record);
+    logRecord(*record);
     auto* row = new VexTableRow;
-    row->addDateTime(UNIX_PAR_BOOT_TIME, static_cast<long>(record.ut_tv.tv_sec));
+    row->addDateTime(UNIX_PAR_BOOT_TIME, static_cast<long>(record->seconds));
     row->addULong(UNIX_PAR_RUN_LEVEL, static_cast<uint32_t>(runLevel));
     row->addString(UNIX_PAR_HOSTNAME, names.nodename);
     row->addString(UNIX_PAR_COMPUTER_ALIAS, names.nodename);

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include "tests/unit/linux/LogCapture.h"
+#include "tests/unit/LogCapture.h"
 #include "tests/unit/linux/TextOf.h"
 
 namespace

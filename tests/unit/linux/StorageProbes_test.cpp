@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "com/md5file.h"
-#include "tests/unit/linux/LogCapture.h"
+#include "tests/unit/LogCapture.h"
 
 namespace
 {

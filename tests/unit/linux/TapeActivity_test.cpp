@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/unit/linux/LogCapture.h"
+#include "tests/unit/LogCapture.h"
 #include "tests/unit/linux/TextOf.h"
 
 static int listed(std::string text)
