@@ -13,13 +13,13 @@ static ScanResult scanIn(const std::string& zone)
     return machine.scan();
 }
 
-static void expectZone(const ScanResult& result, const char* seconds, const char* sign, const char* daylight,
+static void expectZone(const ScanResult& result, const char* seconds, const char* sign, const char* hasDaylight,
                        const char* name, const char* daylightName)
 {
     ASSERT_EQ(result.rows(kGroup).size(), 1u);
     EXPECT_EQ(result.value(kGroup, 0, "TimeZoneSeconds"), seconds);
     EXPECT_EQ(result.value(kGroup, 0, "TimeZonePlusMinus"), sign);
-    EXPECT_EQ(result.value(kGroup, 0, "Daylight"), daylight);
+    EXPECT_EQ(result.value(kGroup, 0, "Daylight"), hasDaylight);
     EXPECT_EQ(result.value(kGroup, 0, "TimeZoneName"), name);
     EXPECT_EQ(result.value(kGroup, 0, "TimeZoneDaylightName"), daylightName);
 }
