@@ -18,8 +18,8 @@ struct PartitionRow {
     uint32_t freeSize = 0;
 };
 
-/// Makes table the one under construction: the rows added from now on go there, numbered from 1.
-void beginPartitionRows(VexTable* table);
+/// Makes newTable the one under construction: the rows added from now on go there, numbered from 1.
+void beginPartitionRows(VexTable* newTable);
 
 /// Adds a row under the next index, which mounts and swap areas share.
-void addPartitionRow(const PartitionRow& row);
+void addPartitionRow(const PartitionRow& partition);

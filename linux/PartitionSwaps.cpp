@@ -75,7 +75,7 @@ void addSwapRow(const SwapArea& area)
     row.mountPoint = "swap";
     row.totalSize = area.size;
     const uint32_t freeSize = area.size - area.used;
-    row.freeSize = static_cast<int32_t>(freeSize) < 0 ? 0 : freeSize;
+    row.freeSize = freeSize > INT32_MAX ? 0 : freeSize; // 0 when negative as a signed number
     addPartitionRow(row);
 }
 
