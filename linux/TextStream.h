@@ -9,9 +9,8 @@ class TextStream
 public:
     /// Opens a file for reading; the stream is null when that fails.
     static TextStream openFile(const char* path);
-    /// Starts a command through the shell and reads its standard output; null when no process can be started. command
-    /// is a fixed text or made of names of device nodes only: nothing that a file or another command printed reaches
-    /// it.
+    /// Starts a command through the shell and reads its standard output; null when no process can be started. A name in
+    /// it that came from a file or another command must be free of characters that mean anything to a shell.
     static TextStream runCommand(const char* command);
 
     using Close = int (*)(FILE*);
