@@ -85,7 +85,7 @@ void MemoryImage::parseLine(const std::vector<Word>& words, const LinePlace& pla
 void MemoryImage::beginStructure(const std::vector<Word>& words, const LinePlace& place)
 {
     structure_ = {};
-    unsigned handle = nextHandle_;
+    structure_.handle = nextHandle_;
     size_t i = 1;
     for (; i < words.size() && words[i].text != "{"; i += 2) {
         const std::string& key = words[i].text;
@@ -97,16 +97,18 @@ void MemoryImage::beginStructure(const std::vector<Word>& words, const LinePlace
         else if (key == "length-byte")
             structure_.lengthByte = static_cast<int>(value);
         else if (key == "handle")
-            handle = static_cast<unsigned>(value);
+            structure_.handle = static_cast<unsigned>(value);
+        else if (key == "repeat")
+            structure_.repeat = static_cast<unsigned>(value);
         else
             fail(place, "unknown word " + key + " in struct");
     }
     if (i >= words.size())
         fail(place, "struct without {");
     inStructure_ = true;
-    nextHandle_ = handle + 1;
+    nextHandle_ = structure_.handle + structure_.repeat;
     storeLittle(structure_.formatted, 0, structure_.type, 2);
-    storeLittle(structure_.formatted, 2, handle, 2);
+    storeLittle(structure_.formatted, 2, structure_.handle, 2);
     parseStructureLine({words.begin() + static_cast<std::ptrdiff_t>(i) + 1, words.end()}, place);
 }
 
@@ -147,10 +149,13 @@ void MemoryImage::endStructure()
     if (s.formatted.size() > 1)
         s.formatted[1] = static_cast<char>(s.lengthByte >= 0 ? s.lengthByte : static_cast<int>(s.formatted.size()));
     const std::string end(s.strings.empty() ? 2 : 1, '\0');
-    put(s.formatted + s.strings + end);
+    for (unsigned i = 0; i < s.repeat; ++i) {
+        storeLittle(s.formatted, 2, s.handle + i, 2);
+        put(s.formatted + s.strings + end);
+    }
     Table& table = tables_[tableStart_];
     table.length = position_ - tableStart_;
-    ++table.count;
+    table.count += s.repeat;
 }
 
 // Makes the byte at offset such that count bytes from first on sum up to 0, or one more when the sum is to be wrong.
