@@ -91,8 +91,19 @@ FAKE(int, get_nprocs_conf)
     return conf().configuredProcessors.value_or(conf().processors.value_or(1));
 }
 
+// A sanitizer's runtime asks for the page size while it starts, before this library's constructors, when there is no
+// environment to find the machine by. The program does not run before them.
+static bool ready = false;
+
+__attribute__((constructor)) static void becomeReady()
+{
+    ready = true;
+}
+
 FAKE(int, getpagesize)
 {
+    if (!ready)
+        return kDefaultPageSize;
     Call call("getpagesize");
     return conf().pageSize.value_or(kDefaultPageSize);
 }
