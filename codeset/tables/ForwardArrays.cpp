@@ -31,9 +31,13 @@ static std::string doubleByte(Family family, unsigned lead, unsigned trail)
     return family == Family::EbcdicDbcs ? bytesOf({0x0E, lead, trail, 0x0F}) : bytesOf({lead, trail});
 }
 
-static bool isLead(Family family, unsigned byte)
+// A byte that iconv takes for the beginning of a character is one, even when it has no characters.
+static bool isLead(Family family, IconvCodec& codec, unsigned byte)
 {
-    return family == Family::EbcdicDbcs ? byte >= 0x40 && byte <= 0xFE : byte >= 0x80;
+    std::vector<uint32_t> none;
+    if (family == Family::EbcdicDbcs)
+        return byte >= 0x40 && byte <= 0xFE;
+    return byte >= 0x80 && codec.decode(bytesOf({byte}), none) == EINVAL;
 }
 
 static std::vector<uint16_t> singleByteRow(Family family, IconvCodec& codec)
@@ -66,11 +70,10 @@ static void addDoubleBytes(TableImage& table, Family family, IconvCodec& codec)
     table.put16(kRowsOffset, rowNumber(rows.add(singles)));
     table.put8(kClassesOffset, kClassSingle);
     for (unsigned byte = 1; byte < 256; ++byte) {
-        const bool single = singles[byte] != kNoValue;
-        const bool couldLead = isLead(family, byte) && (family == Family::EbcdicDbcs || !single);
-        const std::vector<uint16_t> row = couldLead ? leadRow(family, codec, byte) : std::vector<uint16_t>();
+        const bool lead = isLead(family, codec, byte);
+        const std::vector<uint16_t> row = lead ? leadRow(family, codec, byte) : std::vector<uint16_t>();
         table.put16(kRowsOffset + 2 * byte, row.empty() ? kNoValue : rowNumber(rows.add(row)));
-        table.put8(kClassesOffset + byte, !row.empty() ? kClassLead2 : single ? kClassSingle : 0);
+        table.put8(kClassesOffset + byte, lead ? kClassLead2 : singles[byte] != kNoValue ? kClassSingle : 0u);
     }
     table.put32(kMappingAreaOffset, static_cast<uint32_t>(table.append(rows.words())));
 }
@@ -122,8 +125,10 @@ static void addMultiBytes(TableImage& table, IconvCodec& codec)
     table.put16(kRowsOffset, tree.rows.add(singles));
     for (unsigned byte = 0; byte < 256; ++byte) {
         const bool single = byte < 0x80 || singles[byte - 0x80] != kMbcsNone;
-        const MultiByteRows::Row row = single ? MultiByteRows::Row() : tree.rowBehind(bytesOf({byte}));
-        table.put8(kClassesOffset + byte, single ? kClassSingle : row.length);
+        const bool lead = isLead(Family::AsciiMbcs, codec, byte);
+        const MultiByteRows::Row row = lead ? tree.rowBehind(bytesOf({byte})) : MultiByteRows::Row();
+        const unsigned leadClass = row.length == 0 ? kClassLead2 : row.length;
+        table.put8(kClassesOffset + byte, lead ? leadClass : single ? kClassSingle : 0u);
         if (byte != 0)
             table.put16(kRowsOffset + 2 * byte, row.length == 0 ? kNoValue : tree.rows.add(row.entries));
     }

@@ -12,7 +12,7 @@
 using namespace TableLayout;
 
 // The code of a character as the reverse arrays hold it; 0 for none. One-byte families hold one byte: what the C
-// library writes as letter and accent is none there. A shift byte is no character.
+// library writes as letter and accent is none there.
 static uint32_t codeOf(const ShippedCodeSet& codeSet, std::string bytes)
 {
     const bool single = codeSet.family == Family::AsciiSbcs || codeSet.family == Family::EbcdicSbcs;
@@ -20,7 +20,7 @@ static uint32_t codeOf(const ShippedCodeSet& codeSet, std::string bytes)
     if (shifted)
         bytes = bytes.substr(1, 2);
     const size_t longest = single ? 1 : reverseCodeSize(codeSet.family);
-    if (bytes.size() > longest || (codeSet.family == Family::EbcdicDbcs && (bytes == "\x0E" || bytes == "\x0F")))
+    if (bytes.size() > longest)
         return 0;
     uint32_t code = 0;
     for (const char byte : bytes)
