@@ -1,0 +1,321 @@
+// Table files, sound and hostile. Under the sanitizers the tests also show that nothing is read outside the file.
+
+#include "codeset/CodeTable.h"
+
+#include <chrono>
+#include <random>
+
+#include "tests/unit/codeset/CodeSetFixture.h"
+#include "tests/unit/codeset/SmallTables.h"
+
+using namespace TableLayout;
+
+namespace
+{
+
+class CodeTableTest : public CodeSetTest
+{
+protected:
+    // A handle for the table with these bytes.
+    kst_handle open(const std::string& bytes) const
+    {
+        write("T", bytes);
+        return kst_cs_new("./T");
+    }
+
+    // Converts all that could lead a look-up astray, in all directions.
+    static void exercise(kst_handle handle)
+    {
+        std::string text;
+        for (unsigned first = 0; first < 256; ++first)
+            for (const unsigned second : {0x00, 0x0E, 0x30, 0x40, 0x81, 0xA1, 0xFE, 0xFF})
+                for (const unsigned third : {0x21, 0x80, 0xA1, 0xFF})
+                    text += {static_cast<char>(first), static_cast<char>(second), static_cast<char>(third)};
+        toUtf8(handle, text);
+        toUtf8(handle, "\x0E" + text);
+        toUcs2(handle, text);
+        std::string unicode;
+        for (uint32_t c = 0; c <= 0x10FFFF; c += c < 0x500 ? 1 : 0x101)
+            unicode += utf8(c);
+        fromUtf8(handle, unicode);
+        fromUcs2(handle, toUcs2(nullptr, unicode));
+    }
+};
+
+TEST_F(CodeTableTest, SingleByteTable)
+{
+    const kst_handle handle = open(SmallTables::singleByte());
+    ASSERT_NE(handle, nullptr);
+    EXPECT_STREQ(kst_get_cs_name(handle), "SMALLSB");
+    EXPECT_EQ(toUtf8(handle, "a\xE9\xEA"), "a\xC3\xA9?");
+    EXPECT_EQ(kst_get_subst_count(handle), 1u);
+    EXPECT_EQ(fromUtf8(handle, "a\xC3\xA9\xC3\xAA"), "a\xE9?");
+    EXPECT_EQ(kst_get_subst_count(handle), 2u);
+    kst_cs_free(handle);
+}
+
+TEST_F(CodeTableTest, DoubleByteTable)
+{
+    const kst_handle handle = open(SmallTables::doubleByte());
+    ASSERT_NE(handle, nullptr);
+    EXPECT_EQ(toUtf8(handle, "a\xA1\xB0\xA1"), "a\xC3\xA9\xE4\xB8\x80");
+    EXPECT_EQ(kst_get_subst_count(handle), 0u);
+    EXPECT_EQ(toUtf8(handle, "\xB0zz"), "?z") << "the trail byte goes with its lead, whatever it is";
+    EXPECT_EQ(toUtf8(handle, "\xFFz"), "?z") << "a byte of no class goes alone";
+    EXPECT_EQ(toUtf8(handle, "\xC0\xA1z"), "?z") << "a row that the table does not have";
+    EXPECT_EQ(kst_get_subst_count(handle), 3u);
+    EXPECT_EQ(fromUtf8(handle, "a\xC3\xA9\xC3\xAA\xC3\xAB"), "a\xA1\xB0\xA1?");
+    kst_cs_free(handle);
+}
+
+TEST_F(CodeTableTest, ARowThatEndsWithTheFileReadsAsUnmappedBehindIt)
+{
+    std::string bytes = SmallTables::doubleByte();
+    const size_t area = load32(reinterpret_cast<const unsigned char*>(bytes.data()));
+    bytes = SmallTables::with32(bytes, kReverseIndexOffset, 0).substr(0, area + kDbcsRowSize + 2 * 0xA1);
+    kst_handle handle = open(bytes + "\x34\x12");
+    ASSERT_NE(handle, nullptr);
+    EXPECT_EQ(toUtf8(handle, "\xB0\xA1\xB0\xA2"), "\xE1\x88\xB4?");
+    kst_cs_free(handle);
+    handle = open(bytes);
+    ASSERT_NE(handle, nullptr);
+    EXPECT_EQ(toUtf8(handle, "\xB0\xA1\xB0\xFF"), "??");
+    kst_cs_free(handle);
+}
+
+TEST_F(CodeTableTest, MultiByteTableWithCharactersOfEveryLength)
+{
+    const kst_handle handle = open(SmallTables::multiByte());
+    ASSERT_NE(handle, nullptr);
+    EXPECT_EQ(toUtf8(handle, "a\xA1\xB0\xA1\x8F\xA1\xA1\x8E\xA1\xA1\xA1z"),
+              "a\xC3\xA9\xE4\xB8\x80\xE4\xB8\x81\xF0\xA0\x80\x80z");
+    EXPECT_EQ(kst_get_subst_count(handle), 0u);
+    EXPECT_EQ(toUtf8(handle, "\xB0\xA2z\x8F\xA2\xA1z\x8E\xA1\xA1\xA2z\xB0 z\xFFz"), "?z?z?z?z?z");
+    EXPECT_EQ(kst_get_subst_count(handle), 5u);
+    EXPECT_EQ(fromUtf8(handle, "\xC3\xA9\xC3\xAA\xC3\xAB\xC3\xAC"), "\xA1\xB0\xA1\x8F\xA1\xA1\x8E\xA1\xA1\xA1");
+    EXPECT_EQ(toUcs2(handle, "\x8E\xA1\xA1\xA1"), u"?");
+    EXPECT_EQ(kst_get_subst_count(handle), 6u);
+    kst_cs_free(handle);
+}
+
+TEST_F(CodeTableTest, Gb18030TableWithBothKindsOfRanges)
+{
+    const kst_handle handle = open(SmallTables::gb18030());
+    ASSERT_NE(handle, nullptr);
+    EXPECT_EQ(toUtf8(handle, "\x81\x40\x81\x41\x81\x43"), "\xC3\xA9\xE4\xB8\x80\xE4\xB8\x82");
+    EXPECT_EQ(toUtf8(handle, "\x90\x30\x81\x30\xE3\x32\x9A\x35"), "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF");
+    EXPECT_EQ(kst_get_subst_count(handle), 0u);
+    EXPECT_EQ(toUtf8(handle, "\x81\x44\x81\x45\x80z\xFFz\x81\x21z"), "???z?z?z") << "unknown kind, no range, no lead";
+    EXPECT_EQ(toUtf8(handle, "\x8F\x39\xFE\x39\xE3\x32\x9A\x36"), "??") << "beside the supplementary planes";
+    EXPECT_EQ(kst_get_subst_count(handle), 7u);
+    EXPECT_EQ(fromUtf8(handle, "\xC3\xA9\xC3\xAA\xF0\x90\x80\x80\xF4\x8F\xBF\xBF"),
+              "\x81\x40\x81\x30\x81\x30\x90\x30\x81\x30\xE3\x32\x9A\x35");
+    kst_cs_free(handle);
+}
+
+TEST_F(CodeTableTest, Gb18030BytesBehindTheFirstAreTakenByTheirNumber)
+{
+    const kst_handle handle = open(SmallTables::gb18030());
+    ASSERT_NE(handle, nullptr);
+    // 82 and a trail byte below 0x30 has the number of 81 and a trail byte 191 above it.
+    EXPECT_EQ(toUtf8(handle, std::string("\x82\x81", 2)), "?");
+    std::string aliased = {'\x82', static_cast<char>(0x40 - 191 + 256)};
+    EXPECT_EQ(toUtf8(handle, aliased), "?") << "index 192 has no range";
+    EXPECT_EQ(toUtf8(handle, "\x81\x3A\x81\x30"), "?") << "3A to 3F make four bytes too";
+    kst_cs_free(handle);
+}
+
+TEST_F(CodeTableTest, EbcdicDoubleByteTable)
+{
+    const kst_handle handle = open(SmallTables::doubleByte(Family::EbcdicDbcs));
+    ASSERT_NE(handle, nullptr);
+    EXPECT_EQ(toUtf8(handle, "\xC1\xA1\x0E\xB0\xA1\x0F\xF1"), "A\xC3\xA9\xE4\xB8\x80"
+                                                              "1");
+    EXPECT_EQ(toUtf8(handle, "\x0E\x0E\xB0\xA1\x25\x0F\x0F\x40"), "\xE4\xB8\x80\n ") << "a control between the shifts";
+    EXPECT_EQ(kst_get_subst_count(handle), 0u);
+    EXPECT_EQ(toUtf8(handle, "\x81"), "?") << "not invariant, and not in row 0";
+    EXPECT_EQ(toUtf8(handle, "\x0E\xB1\xA1\xFF"), "?\xC2\x9F") << "FF is no lead byte";
+    EXPECT_EQ(kst_get_subst_count(handle), 2u);
+    EXPECT_EQ(fromUtf8(handle, "\xC3\xA9\xC3\xAA\xC3\xAA\xC3\xA9\xC3\xAB"), "\xA1\x0E\xB0\xA1\xB0\xA1\x0F\xA1\x6F");
+    EXPECT_EQ(fromUtf8(handle, "\xC3\xAA\xC3\xAB"), "\x0E\xB0\xA1\x0F\x6F")
+        << "without a double-byte substitution the single one stands in state 0";
+    kst_cs_free(handle);
+}
+
+TEST_F(CodeTableTest, TheMarkerSelectsEbcdicSingleByte)
+{
+    const kst_handle handle = open(SmallTables::with16(SmallTables::singleByte(), kMarkerOffset, 0x1100));
+    ASSERT_NE(handle, nullptr);
+    EXPECT_EQ(toUtf8(handle, "a\xE9"), "?\xC3\xA9") << "no byte is ASCII";
+    kst_cs_free(handle);
+}
+
+TEST_F(CodeTableTest, AnUnknownFamilyPassesBytesThrough)
+{
+    const kst_handle handle = open(SmallTables::singleByte(static_cast<Family>(7)));
+    ASSERT_NE(handle, nullptr);
+    EXPECT_EQ(toUtf8(handle, "a\xE9\xFF"), "a\xE9\xFF");
+    EXPECT_EQ(fromUtf8(handle, "a\xC3\xA9"), "a\xC3\xA9");
+    EXPECT_EQ(toUcs2(handle, "a\xE9"), u"a\u00E9");
+    EXPECT_EQ(fromUcs2(handle, u"a\u00E9\u0100"), "a\xE9?");
+    EXPECT_EQ(kst_get_subst_count(handle), 1u);
+    kst_cs_free(handle);
+}
+
+TEST_F(CodeTableTest, TheHeaderTellsTheSubstitutionCharacter)
+{
+    std::string bytes = SmallTables::singleByte();
+    bytes.replace(kSubstitutionOffset, 4,
+                  "\x03"
+                  "<?>");
+    const kst_handle handle = open(bytes);
+    ASSERT_NE(handle, nullptr);
+    EXPECT_EQ(fromUtf8(handle, "a\xC3\xAAz"), "a<?>z");
+    EXPECT_EQ(toUtf8(handle, "\xEA"), "?") << "towards Unicode it is always the question mark";
+    char out[4];
+    EXPECT_EQ(kst_from_utf8(handle, "a\xC3\xAAz", -1, out, 4), 2u) << "it is not cut in pieces";
+    EXPECT_EQ(kst_get_subst_count(handle), 2u);
+    kst_cs_free(handle);
+    bytes[kSubstitutionOffset] = 5;
+    EXPECT_EQ(open(bytes), nullptr) << "longer than the field";
+}
+
+TEST_F(CodeTableTest, ATableWithoutReverseArraysStillConvertsTowardsUnicode)
+{
+    for (const std::string& bytes : SmallTables::all()) {
+        const kst_handle handle = open(SmallTables::with32(bytes, kReverseIndexOffset, 0));
+        ASSERT_NE(handle, nullptr);
+        EXPECT_NE(toUtf8(handle, "\xE9\xA1\x81\x40").find('\xC3'), std::string::npos) << kst_get_cs_name(handle);
+        const unsigned long before = kst_get_subst_count(handle);
+        fromUtf8(handle, "\xC3\xA9");
+        EXPECT_EQ(kst_get_subst_count(handle), before + 1);
+        kst_cs_free(handle);
+    }
+}
+
+TEST_F(CodeTableTest, SurrogatesInATableAreUnknownCharacters)
+{
+    const kst_handle handle = open(SmallTables::with16(SmallTables::singleByte(), kRowsOffset + 2 * 0xE9, 0xD800));
+    ASSERT_NE(handle, nullptr);
+    EXPECT_EQ(toUtf8(handle, "\xE9"), "?");
+    EXPECT_EQ(toUcs2(handle, "\xE9"), u"?");
+    EXPECT_EQ(kst_get_subst_count(handle), 2u);
+    kst_cs_free(handle);
+}
+
+TEST_F(CodeTableTest, ANameWithoutTerminatorIsCut)
+{
+    std::string bytes = SmallTables::singleByte();
+    bytes.replace(kNameOffset, kNameSize, std::string(kNameSize, 'N'));
+    const kst_handle handle = open(bytes);
+    ASSERT_NE(handle, nullptr);
+    EXPECT_EQ(kst_get_cs_name(handle), std::string(kNameSize, 'N'));
+    kst_cs_free(handle);
+}
+
+TEST_F(CodeTableTest, OffsetsAndNumbersThatLeadOutOfTheFileAreRefused)
+{
+    const std::string single = SmallTables::singleByte();
+    const std::string dbcs = SmallTables::doubleByte();
+    const std::string mbcs = SmallTables::multiByte();
+    const std::string gb = SmallTables::gb18030();
+    const auto word = [](const std::string& bytes, size_t offset) {
+        return load32(reinterpret_cast<const unsigned char*>(bytes.data()) + offset);
+    };
+    const auto subHeader = static_cast<uint32_t>(kMinSize);
+    const uint32_t mbcsArea = word(mbcs, kMappingAreaOffset);
+    const std::pair<const char*, std::string> hostile[] = {
+        {"reverse index", SmallTables::with32(single, kReverseIndexOffset, 0xFFFFFFFF)},
+        {"reverse index at the end",
+         SmallTables::with32(single, kReverseIndexOffset, static_cast<uint32_t>(single.size()))},
+        {"reverse index count", SmallTables::with32(single, kReverseIndexCount, 0x80000000)},
+        {"reverse rows", SmallTables::with32(single, kReverseRowsOffset, 0xFFFFFF00)},
+        {"reverse rows count", SmallTables::with32(single, kReverseRowsCount, 0x00800001)},
+        {"reverse row number", SmallTables::with16(single, word(single, kReverseIndexOffset), 1)},
+        {"mapping area", SmallTables::with32(dbcs, kMappingAreaOffset, static_cast<uint32_t>(dbcs.size()) + 1)},
+        {"multi-byte mapping area", SmallTables::with32(mbcs, kMappingAreaOffset, 0xFFFFFFFF)},
+        {"multi-byte row", SmallTables::with16(mbcs, kRowsOffset + 2 * 0xB0, 0xFFFE)},
+        {"multi-byte row of single bytes", SmallTables::with16(mbcs, kRowsOffset, 0xFFFE)},
+        {"multi-byte inner row", SmallTables::with32(mbcs, mbcsArea + 2 * kMbcsRowSize + 4 * 0x21, 0x7FFFFF)},
+        {"GB18030 sub-header", SmallTables::with16(gb, kGbSubHeaderOffset, 0xFFFF)},
+        {"GB18030 ranges", SmallTables::with32(gb, subHeader + kGbRangesBase, 0xFFFFFFFF)},
+        {"GB18030 buckets", SmallTables::with32(gb, subHeader + kGbBucketsBase, 0xFFFFFF80)},
+        {"GB18030 values", SmallTables::with32(gb, subHeader + kGbValuesBase, 0xFFFFFFFF)},
+        {"GB18030 ranges without end",
+         SmallTables::with32(gb, subHeader + kGbRangesBase,
+                             static_cast<uint32_t>((gb.size() - kMinSize - kGbSubHeaderSize) / 2 - 3))},
+    };
+    for (const auto& [what, bytes] : hostile)
+        EXPECT_EQ(open(bytes), nullptr) << what;
+    for (const std::string& sound : {single, dbcs, mbcs, gb}) {
+        const kst_handle handle = open(sound);
+        EXPECT_NE(handle, nullptr);
+        kst_cs_free(handle);
+    }
+}
+
+TEST_F(CodeTableTest, TablesCutAtEveryByteAreRefusedOrConvert)
+{
+    for (const std::string& bytes : SmallTables::all()) {
+        for (size_t size = 0; size < bytes.size(); ++size) {
+            const std::string cut = bytes.substr(0, size);
+            const auto table = parseTable(std::vector<unsigned char>(cut.begin(), cut.end()));
+            EXPECT_TRUE(size >= kMinSize || table == nullptr);
+            if (table == nullptr || size % 7 != 0)
+                continue;
+            const kst_handle handle = open(cut);
+            ASSERT_NE(handle, nullptr);
+            exercise(handle);
+            kst_cs_free(handle);
+        }
+    }
+}
+
+TEST_F(CodeTableTest, DamagedTablesAreRefusedOrConvert)
+{
+    std::mt19937 random(11);
+    for (int round = 0; round < 2000; ++round) {
+        const std::vector<std::string> tables = SmallTables::all();
+        std::string bytes = tables[random() % tables.size()];
+        for (unsigned damages = 1 + random() % 8; damages > 0; --damages) {
+            // The header decides most; only its fields and the arrays' beginnings are worth hitting.
+            const size_t offset = random() % 2 ? random() % 128 : random() % bytes.size();
+            bytes[offset] = static_cast<char>(random());
+        }
+        const kst_handle handle = open(bytes);
+        if (handle != nullptr)
+            exercise(handle);
+        kst_cs_free(handle);
+    }
+}
+
+TEST_F(CodeTableTest, AFileLargerThanAnyTableIsNotRead)
+{
+    std::string bytes = SmallTables::singleByte();
+    bytes.resize(kMaxSize);
+    kst_handle handle = open(bytes);
+    EXPECT_NE(handle, nullptr);
+    kst_cs_free(handle);
+    bytes += '\0';
+    EXPECT_EQ(open(bytes), nullptr);
+    EXPECT_EQ(kst_cs_new("/dev/zero"), nullptr);
+}
+
+TEST_F(CodeTableTest, RangesThatOverlapCostLittle)
+{
+    std::string bytes = SmallTables::gb18030();
+    const size_t array = kMinSize + kGbSubHeaderSize;
+    std::string ranges;
+    while (ranges.size() < kMaxSize - bytes.size() - 16)
+        ranges += std::string("\x00\x00\x00\x00\x02\x00\x00\x00", 8); // 0 to 0: passed by every index but 0
+    ranges += std::string("\xFF\xFF\xFF\xFF\x00\x00\x00\x00", 8);
+    const auto base = static_cast<uint32_t>((bytes.size() - array) / 2);
+    bytes = SmallTables::with32(bytes, kMinSize + kGbRangesBase, base) + ranges;
+    const auto start = std::chrono::steady_clock::now();
+    const kst_handle handle = open(bytes);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20)) << "every range once for each bucket";
+    ASSERT_NE(handle, nullptr);
+    kst_cs_free(handle);
+}
+
+} // namespace
