@@ -5,11 +5,12 @@
 struct AsciiDbcsReader {
     using Unit = unsigned char;
     static constexpr bool kAscii = true;
-    const CodeTable& table;
     const unsigned char* const bytes;
+    const uint32_t* const rowOffsets;
     const unsigned char* const classes;
     explicit AsciiDbcsReader(const kst_code_set& set)
-        : table(*set.table), bytes(table.bytes.data()), classes(table.at(TableLayout::kClassesOffset))
+        : bytes(set.table->bytes.data()), rowOffsets(set.table->rowOffsets.data()),
+          classes(bytes + TableLayout::kClassesOffset)
     {
     }
 
@@ -19,10 +20,10 @@ struct AsciiDbcsReader {
         if (length == TableLayout::kClassLead2) {
             if (end - in < 2)
                 return kIncompleteInput;
-            return {tableValue(bytes + table.rowOffsets[*in] + 2 * size_t{in[1]}), 2};
+            return {tableValue(bytes + rowOffsets[*in] + 2 * size_t{in[1]}), 2};
         }
         if (length == TableLayout::kClassSingle)
-            return {tableValue(bytes + table.rowOffsets[0] + 2 * size_t{*in}), 1};
+            return {tableValue(bytes + rowOffsets[0] + 2 * size_t{*in}), 1};
         return {kUnmapped, 1};
     }
 };

@@ -6,12 +6,13 @@
 struct AsciiMbcsReader {
     using Unit = unsigned char;
     static constexpr bool kAscii = true;
-    const CodeTable& table;
+    const unsigned char* const bytes;
+    const uint32_t* const rowOffsets;
     const unsigned char* const area;
     const unsigned char* const classes;
     explicit AsciiMbcsReader(const kst_code_set& set)
-        : table(*set.table), area(table.at(load32(table.at(TableLayout::kMappingAreaOffset)))),
-          classes(table.at(TableLayout::kClassesOffset))
+        : bytes(set.table->bytes.data()), rowOffsets(set.table->rowOffsets.data()),
+          area(bytes + load32(bytes + TableLayout::kMappingAreaOffset)), classes(bytes + TableLayout::kClassesOffset)
     {
     }
 
@@ -22,17 +23,30 @@ struct AsciiMbcsReader {
 
     Decoded read(const Unit* in, const Unit* end) const
     {
-        const uint32_t length = classes[*in];
-        if (length == 0 || length > TableLayout::kMaxCodeLength)
+        // The lengths are constants of their branches, so that the next character need not wait for a look-up.
+        switch (classes[*in]) {
+        case 2:
+            return sequence<2>(in, end);
+        case 1:
+            return {entry(bytes + rowOffsets[0], *in), 1};
+        case 3:
+            return sequence<3>(in, end);
+        case 4:
+            return sequence<4>(in, end);
+        default:
             return {kUnmapped, 1};
-        if (static_cast<size_t>(end - in) < length)
+        }
+    }
+
+    template <uint32_t kLength>
+    Decoded sequence(const Unit* in, const Unit* end) const
+    {
+        if (static_cast<size_t>(end - in) < kLength)
             return kIncompleteInput;
-        if (length == 1)
-            return {entry(table.at(table.rowOffsets[0]), *in), 1};
-        uint32_t value = entry(table.at(table.rowOffsets[*in]), in[1]);
-        for (uint32_t i = 2; i < length && value != TableLayout::kMbcsNone; ++i)
+        uint32_t value = entry(bytes + rowOffsets[*in], in[1]);
+        for (uint32_t i = 2; i < kLength && value != TableLayout::kMbcsNone; ++i)
             value = entry(area + size_t{value} * TableLayout::kMbcsRowSize, in[i]);
-        return {value, length};
+        return {value, kLength};
     }
 };
 

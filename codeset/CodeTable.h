@@ -13,6 +13,13 @@ struct ReverseMap {
     uint32_t indexCount = 0; // 0: the table converts towards Unicode only
     const unsigned char* rows = nullptr;
 
+    /// The code at a place of a row.
+    template <class Code>
+    static uint32_t code(const unsigned char* row, uint32_t place)
+    {
+        return sizeof(Code) == 2 ? load16(row + 2 * size_t{place}) : load32(row + 4 * size_t{place});
+    }
+
     /// The code as a big-endian number of one to sizeof(Code) bytes; 0 when the code point has none. (The code of
     /// U+0000 is 0 in every code set, so that nobody needs to look for it.)
     template <class Code>
@@ -24,8 +31,16 @@ struct ReverseMap {
         const uint16_t row = load16(index + 2 * size_t{high});
         if (row == TableLayout::kNoValue)
             return 0;
-        const unsigned char* code = rows + (row * TableLayout::kReverseRowCodes + (codePoint & 0xFF)) * sizeof(Code);
-        return sizeof(Code) == 2 ? load16(code) : load32(code);
+        return code<Code>(rows + row * TableLayout::kReverseRowCodes * sizeof(Code), codePoint & 0xFF);
+    }
+
+    /// The row of U+0000 to U+00FF, an empty one when there is none.
+    template <class Code>
+    const unsigned char* firstRow() const
+    {
+        static constexpr unsigned char kEmptyRow[TableLayout::kReverseRowCodes * sizeof(Code)] = {};
+        const uint16_t row = indexCount == 0 ? TableLayout::kNoValue : load16(index);
+        return row == TableLayout::kNoValue ? kEmptyRow : rows + row * sizeof kEmptyRow;
     }
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bit>
 #include <cstring>
 
 #include "codeset/CodeSet.h"
@@ -34,29 +35,53 @@ constexpr bool isSurrogate(uint32_t codePoint)
     return (codePoint & 0xFFFFF800) == 0xD800;
 }
 
-/// True when eight units are all ASCII.
+/// Bits that are set where eight units are not ASCII: of bytes the highest ones, in their order.
 template <class Unit>
-bool eightAscii(const Unit* units)
+uint64_t nonAsciiBits(const Unit* units)
 {
-    constexpr uint64_t kHighBits = sizeof(Unit) == 1 ? 0x8080808080808080 : 0xFF80FF80FF80FF80;
+    constexpr uint64_t kMask = sizeof(Unit) == 1 ? 0x8080808080808080 : 0xFF80FF80FF80FF80;
     uint64_t words[sizeof(Unit)];
     memcpy(words, units, sizeof words);
     uint64_t all = 0;
     for (const uint64_t word : words)
         all |= word;
-    return (all & kHighBits) == 0;
+    return all & kMask;
 }
 
-/// Copies the ASCII units at the beginning of the input, as many as fit.
+/// How many of eight bytes are ASCII before the first that is not.
+inline unsigned leadingAscii(uint64_t nonAscii)
+{
+    if constexpr (std::endian::native == std::endian::little)
+        return static_cast<unsigned>(std::countr_zero(nonAscii)) / 8;
+    return static_cast<unsigned>(std::countl_zero(nonAscii)) / 8;
+}
+
+/// Copies the ASCII units at the beginning of the input, as many as fit. Bytes go by eights where there is room: the
+/// output behind the last one copied may be overwritten.
 template <class In, class Out>
 void copyAscii(const In*& in, const In* inEnd, Out*& out, Out* outEnd)
 {
     const size_t room = static_cast<size_t>(outEnd - out);
     size_t left = static_cast<size_t>(inEnd - in);
     left = left < room ? left : room;
-    for (; left >= 8 && eightAscii(in); left -= 8, in += 8, out += 8)
-        for (int i = 0; i < 8; ++i)
-            out[i] = static_cast<Out>(in[i]);
+    for (; left >= 8; left -= 8) {
+        const uint64_t nonAscii = nonAsciiBits(in);
+        if constexpr (sizeof(In) == 1 && sizeof(Out) == 1) {
+            memcpy(out, in, 8);
+            const unsigned count = leadingAscii(nonAscii);
+            in += count;
+            out += count;
+            if (count < 8)
+                return;
+        } else {
+            if (nonAscii != 0)
+                break;
+            for (int i = 0; i < 8; ++i)
+                out[i] = static_cast<Out>(in[i]);
+            in += 8;
+            out += 8;
+        }
+    }
     for (; left > 0 && *in < 0x80; --left)
         *out++ = static_cast<Out>(*in++);
 }
@@ -262,10 +287,16 @@ struct TableWriter {
     int finish(Unit*&, const Unit*) const { return KST_DONE; }
 };
 
-/// The reverse arrays of a table as they are.
+/// The reverse arrays of a table as they are, with one step less for the characters below U+0100.
 template <class Code>
 struct ReverseLookUp {
     const ReverseMap reverse;
-    explicit ReverseLookUp(const kst_code_set& set) : reverse(set.table->reverse) {}
-    uint32_t find(uint32_t c) const { return reverse.find<Code>(c); }
+    const unsigned char* const low;
+    explicit ReverseLookUp(const kst_code_set& set) : reverse(set.table->reverse), low(reverse.firstRow<Code>()) {}
+    uint32_t find(uint32_t c) const
+    {
+        if (c < TableLayout::kReverseRowCodes)
+            return ReverseMap::code<Code>(low, c);
+        return reverse.find<Code>(c);
+    }
 };

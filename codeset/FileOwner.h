@@ -8,3 +8,6 @@ struct FileCloser {
 };
 
 using FileOwner = std::unique_ptr<FILE, FileCloser>;
+
+/// Opens a regular file for reading; null for anything else: a pipe would keep its reader waiting.
+FileOwner openRegularFile(const char* path);

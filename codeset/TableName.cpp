@@ -39,7 +39,7 @@ static FileOwner openBelow(const char* dir, const char* subPath)
 {
     if (*dir == '\0' || strlen(dir) + strlen(subPath) >= kPathLimit)
         return nullptr;
-    return FileOwner(fopen((dir + std::string(subPath)).c_str(), "r"));
+    return openRegularFile((dir + std::string(subPath)).c_str());
 }
 
 static FileOwner openAliases()
@@ -48,7 +48,7 @@ static FileOwner openAliases()
         return file;
     if (FileOwner file = openBelow(kst_get_dir(), "/aliases"))
         return file;
-    return FileOwner(fopen("aliases", "r"));
+    return openRegularFile("aliases");
 }
 
 // The replacement in one line of the aliases file, cut off in place; null when the line is not about name. A word that

@@ -14,7 +14,7 @@ static constexpr size_t kMaxRedirectName = 32;
 // Reads the whole file; false when it cannot be read or is larger than any table.
 static bool readFile(const std::string& path, std::vector<unsigned char>& contents)
 {
-    const FileOwner file(fopen(path.c_str(), "rb"));
+    const FileOwner file = openRegularFile(path.c_str());
     if (file == nullptr)
         return false;
     unsigned char chunk[4096];

@@ -31,9 +31,10 @@ enum kst_result {
 
 // --- One-shot conversions ---
 
-/// Converts src to UTF-8 in dst. srcLen counts bytes; a negative one means that src is NUL-terminated, and then dst is
-/// terminated as well. dstLen is the size of dst in bytes. Text that does not fit is cut at a character, an incomplete
-/// character at the end of src is left out. Returns the bytes written, with the terminator; 0 when dstLen is 0.
+/// Converts src to UTF-8 in dst, which src must not overlap. srcLen counts bytes; a negative one means that src is
+/// NUL-terminated, and then dst is terminated as well. dstLen is the size of dst in bytes. Text that does not fit is
+/// cut at a character, an incomplete character at the end of src is left out. Returns the bytes written, with the
+/// terminator; 0 when dstLen is 0. What dst holds behind them is not defined.
 size_t kst_to_utf8(kst_handle handle, const char* src, long srcLen, char* dst, size_t dstLen);
 /// Converts UTF-8 to the code set, else like kst_to_utf8. A sequence that is no UTF-8 counts as one unknown character
 /// up to the byte that breaks it. Text of a code set with shift states ends in the initial state.

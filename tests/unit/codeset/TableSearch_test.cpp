@@ -1,8 +1,10 @@
 // Where tables, redirects and aliases are looked for, and what names become.
 
 #include "codeset/TableName.h"
+
 #include "tests/unit/codeset/CodeSetFixture.h"
 #include "tests/unit/codeset/SmallTables.h"
+#include <sys/stat.h>
 
 namespace
 {
@@ -230,6 +232,16 @@ TEST_F(TableSearchTest, RedirectsThatLeadNowhereEnd)
     write("SHORT", named("SHORT").substr(0, 1759));
     for (const char* name : {"LOOP", "PING", "EMPTY", "BLANK", "AWAY", "BINARY", "SHORT"})
         EXPECT_EQ(opened(name), "") << name;
+}
+
+TEST_F(TableSearchTest, PipesAreNoTablesAndNobodyWaitsForThem)
+{
+    ASSERT_EQ(mkfifo("PIPE", 0600), 0);
+    ASSERT_EQ(mkfifo("aliases", 0600), 0);
+    write("FROM", "PIPE");
+    EXPECT_EQ(opened("PIPE"), "");
+    EXPECT_EQ(opened("FROM"), "");
+    EXPECT_EQ(tableName("name"), "NAME");
 }
 
 TEST_F(TableSearchTest, ARedirectIsReadUpTo32Bytes)
