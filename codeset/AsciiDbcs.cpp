@@ -1,6 +1,6 @@
 // Family 2: ASCII, and characters of one or two bytes from 0x80 on.
 
-#include "codeset/Convert.h"
+#include "codeset/TableText.h"
 
 struct AsciiDbcsReader {
     using Unit = unsigned char;

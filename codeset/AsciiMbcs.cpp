@@ -1,7 +1,7 @@
 // Family 3: ASCII, and characters of one to four bytes whose length the first byte tells (single shifts are such first
 // bytes). All bytes of them are 0x80 or above.
 
-#include "codeset/Convert.h"
+#include "codeset/TableText.h"
 
 struct AsciiMbcsReader {
     using Unit = unsigned char;

@@ -37,7 +37,7 @@ static bool checkMbcsRow(const CodeTable& table, uint32_t row, unsigned trailByt
         return false;
     if (trailBytes == 1)
         return true;
-    const unsigned char* entries = table.at(area + size_t{row} * kMbcsRowSize);
+    const unsigned char* entries = table.at(area + kMbcsRowSize * row);
     for (size_t offset = 0; offset < kMbcsRowSize; offset += 4) {
         const uint32_t next = load32(entries + offset);
         if (next != kMbcsNone && !checkMbcsRow(table, next, trailBytes - 1))
@@ -60,7 +60,7 @@ static bool resolveMbcsRows(CodeTable& table)
             continue;
         if (!checkMbcsRow(table, row, lead == 0 ? 1 : length - 1u))
             return false;
-        table.rowOffsets[lead] = static_cast<uint32_t>(area + size_t{row} * kMbcsRowSize);
+        table.rowOffsets[lead] = static_cast<uint32_t>(area + kMbcsRowSize * row);
     }
     return true;
 }

@@ -24,7 +24,7 @@ Service service;
 static kst_handle openOr(const char* name, const char* fallback, char (&tableName)[kPathLimit + 1])
 {
     get_table_name(name, tableName, sizeof tableName);
-    const kst_handle handle = kst_cs_new(tableName);
+    kst_code_set* const handle = kst_cs_new(tableName);
     return handle != nullptr ? handle : kst_cs_new(fallback);
 }
 

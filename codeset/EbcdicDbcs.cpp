@@ -1,7 +1,7 @@
 // Family 4: EBCDIC text of single bytes, with runs of two-byte characters between shift out and shift in.
 
-#include "codeset/Convert.h"
 #include "codeset/EbcdicTables.h"
+#include "codeset/TableText.h"
 
 namespace
 {

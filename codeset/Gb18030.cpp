@@ -1,6 +1,6 @@
 // Family 10: ASCII, and characters of two or four bytes. Both kinds are numbered in one sequence.
 
-#include "codeset/Convert.h"
+#include "codeset/TableText.h"
 
 namespace
 {

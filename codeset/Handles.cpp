@@ -95,10 +95,10 @@ kst_handle kst_cs_new(const char* name)
 
 kst_handle kst_dup_handle(kst_handle handle)
 {
-    const kst_handle original = resolveHandle(handle);
+    kst_code_set* const original = resolveHandle(handle);
     if (original == nullptr)
         return nullptr;
-    const kst_handle copy = newCodeSet(*original);
+    kst_code_set* const copy = newCodeSet(*original);
     if (copy != nullptr) {
         copy->shiftState = 0;
         copy->substitutions = 0;
@@ -108,18 +108,18 @@ kst_handle kst_dup_handle(kst_handle handle)
 
 const void* kst_cs_table(kst_handle handle)
 {
-    const kst_handle codeSet = resolveHandle(handle);
+    kst_code_set* const codeSet = resolveHandle(handle);
     return codeSet == nullptr || codeSet->table == nullptr ? nullptr : codeSet->table->bytes.data();
 }
 
 const char* kst_get_cs_name(kst_handle handle)
 {
-    const kst_handle codeSet = resolveHandle(handle);
+    kst_code_set* const codeSet = resolveHandle(handle);
     return codeSet == nullptr ? "" : codeSet->name;
 }
 
 unsigned long kst_get_subst_count(kst_handle handle)
 {
-    const kst_handle codeSet = resolveHandle(handle);
+    kst_code_set* const codeSet = resolveHandle(handle);
     return codeSet == nullptr ? 0 : codeSet->substitutions;
 }

@@ -1,6 +1,6 @@
 // What needs no table: the pass-through of the families that have no converter, and ASCII alone.
 
-#include "codeset/Convert.h"
+#include "codeset/TableText.h"
 
 namespace
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "codeset/Convert.h"
+#include "codeset/TableText.h"
 
 // Single-byte code sets: the 256 values in the table's header. Those based on ASCII look up the upper half only.
 

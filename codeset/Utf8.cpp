@@ -1,6 +1,6 @@
 // Family 6: UTF-8 itself, copied and checked.
 
-#include "codeset/Convert.h"
+#include "codeset/UnicodeText.h"
 
 static constexpr auto utf8_to_utf8_r = convert<Utf8Reader, Utf8Writer>;
 static constexpr auto utf8_to_ucs2_r = convert<Utf8Reader, Ucs2Writer>;

@@ -11,7 +11,7 @@ static kst_code_set& codeSetOf(kst_handle handle)
 {
     static kst_code_set asciiOnly;
     asciiOnly.converters = &kAsciiOnly;
-    const kst_handle resolved = resolveHandle(handle);
+    kst_code_set* const resolved = resolveHandle(handle);
     return resolved != nullptr ? *resolved : asciiOnly;
 }
 

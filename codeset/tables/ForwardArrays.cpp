@@ -22,7 +22,7 @@ static uint16_t valueOf(IconvCodec& codec, const std::string& bytes)
 static void addSingleBytes(TableImage& table, IconvCodec& codec)
 {
     for (unsigned byte = 0; byte < 256; ++byte)
-        table.put16(kRowsOffset + 2 * byte, valueOf(codec, bytesOf({byte})));
+        table.put16(kRowsOffset + 2 * size_t{byte}, valueOf(codec, bytesOf({byte})));
 }
 
 // The double-byte families. Two-byte EBCDIC characters stand between shifts, which leave state 1 around them.
@@ -72,7 +72,7 @@ static void addDoubleBytes(TableImage& table, Family family, IconvCodec& codec)
     for (unsigned byte = 1; byte < 256; ++byte) {
         const bool lead = isLead(family, codec, byte);
         const std::vector<uint16_t> row = lead ? leadRow(family, codec, byte) : std::vector<uint16_t>();
-        table.put16(kRowsOffset + 2 * byte, row.empty() ? kNoValue : rowNumber(rows.add(row)));
+        table.put16(kRowsOffset + 2 * size_t{byte}, row.empty() ? kNoValue : rowNumber(rows.add(row)));
         table.put8(kClassesOffset + byte, lead ? kClassLead2 : singles[byte] != kNoValue ? kClassSingle : 0u);
     }
     table.put32(kMappingAreaOffset, static_cast<uint32_t>(table.append(rows.words())));
@@ -130,7 +130,7 @@ static void addMultiBytes(TableImage& table, IconvCodec& codec)
         const unsigned leadClass = row.length == 0 ? kClassLead2 : row.length;
         table.put8(kClassesOffset + byte, lead ? leadClass : single ? kClassSingle : 0u);
         if (byte != 0)
-            table.put16(kRowsOffset + 2 * byte, row.length == 0 ? kNoValue : tree.rows.add(row.entries));
+            table.put16(kRowsOffset + 2 * size_t{byte}, row.length == 0 ? kNoValue : tree.rows.add(row.entries));
     }
     table.put32(kMappingAreaOffset, static_cast<uint32_t>(table.append(tree.rows.words())));
 }

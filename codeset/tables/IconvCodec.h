@@ -24,12 +24,12 @@ public:
 
     /// Converts one character from the initial state back to it. 0, or the errno of the failure. Outputs are short:
     /// what does not fit is a failure too.
-    int convert(std::string in, std::string& out)
+    int convert(const std::string& in, std::string& out)
     {
         char buffer[64];
         char* next = buffer;
         size_t room = sizeof buffer;
-        char* from = in.data();
+        char* from = const_cast<char*>(in.data()); // only read
         size_t left = in.size();
         iconv(descriptor_, nullptr, nullptr, nullptr, nullptr);
         if (iconv(descriptor_, &from, &left, &next, &room) == static_cast<size_t>(-1))
