@@ -268,27 +268,57 @@ FAKE(int, endmntent, FILE* stream)
     return real(stream); // always 1, as documented
 }
 
-// Writing. A failed call writes nothing.
+// Writing. A failed call on the log writes nothing. Standard output stays broken from a failed call on, as a full disk
+// or a closed pipe does; what was written before has gone out.
+
+static const char* nameOf(FILE* stream)
+{
+    return stream == stdout ? "stdout" : stream == stderr ? "stderr" : "";
+}
+
+static void breakOutput(int error)
+{
+    static auto* const realFlush = realFunction<int(FILE*)>("fflush");
+    static auto* const realOpen = realFunction<int(const char*, int, ...)>("open64");
+    static auto* const realClose = realFunction<int(int)>("close");
+    realFlush(stdout);
+    int ends[2] = {-1, -1};
+    if (error == EPIPE && pipe(ends) == 0)
+        realClose(ends[0]);
+    const int broken = error == EPIPE ? ends[1] : realOpen("/dev/full", O_WRONLY);
+    dup2(broken, STDOUT_FILENO);
+    realClose(broken);
+}
+
+// Makes the call on the stream, or lets it fail with the result given.
+template <typename Result, typename Write>
+static Result writeTo(const char* name, FILE* stream, Result failure, Write write)
+{
+    Call call(name, nameOf(stream));
+    if (call.fails()) {
+        if (stream != stdout)
+            return failure;
+        breakOutput(errno);
+    }
+    return write();
+}
 
 FAKE(int, fputs, const char* text, FILE* stream)
 {
     static auto* const real = realFunction<int(const char*, FILE*)>("fputs");
-    Call call("fputs");
-    return call.fails() ? EOF : real(text, stream);
+    return writeTo("fputs", stream, EOF, [&] { return real(text, stream); });
 }
 
 FAKE(int, puts, const char* text)
 {
     static auto* const real = realFunction<int(const char*)>("puts");
-    Call call("puts");
-    return call.fails() ? EOF : real(text);
+    return writeTo("puts", stdout, EOF, [&] { return real(text); });
 }
 
 FAKE(int, fputc, int c, FILE* stream)
 {
     static auto* const real = realFunction<int(int, FILE*)>("fputc");
-    Call call("fputc");
-    return call.fails() ? EOF : real(c, stream);
+    return writeTo("fputc", stream, EOF, [&] { return real(c, stream); });
 }
 FAKE_ALIAS(int, putc, fputc, int, FILE*)
 
@@ -300,29 +330,29 @@ FAKE(int, putchar, int c)
 FAKE(size_t, fwrite, const void* data, size_t size, size_t count, FILE* stream)
 {
     static auto* const real = realFunction<size_t(const void*, size_t, size_t, FILE*)>("fwrite");
-    Call call("fwrite");
-    if (call.isShort())
-        return real(data, size, count / 2, stream);
-    return call.fails() ? 0 : real(data, size, count, stream);
+    return writeTo("fwrite", stream, size_t{0}, [&] { return real(data, size, count, stream); });
 }
 
 FAKE(int, fflush, FILE* stream)
 {
     static auto* const real = realFunction<int(FILE*)>("fflush");
-    Call call("fflush");
-    return call.fails() ? EOF : real(stream);
+    return writeTo("fflush", stream, EOF, [&] { return real(stream); });
 }
 
 static int printTo(const char* name, FILE* stream, const char* format, va_list arguments)
 {
     static auto* const real = realFunction<int(FILE*, const char*, va_list)>("vfprintf");
-    Call call(name);
-    return call.fails() ? -1 : real(stream, format, arguments);
+    return writeTo(name, stream, -1, [&] { return real(stream, format, arguments); });
 }
 
 FAKE(int, vfprintf, FILE* stream, const char* format, va_list arguments)
 {
     return printTo("fprintf", stream, format, arguments);
+}
+
+FAKE(int, vprintf, const char* format, va_list arguments)
+{
+    return printTo("printf", stdout, format, arguments);
 }
 
 FAKE(int, fprintf, FILE* stream, const char* format, ...)
