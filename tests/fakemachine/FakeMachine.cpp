@@ -233,7 +233,7 @@ std::vector<std::string> FakeMachine::environment(const ScanOptions& options) co
         variables[name] = value;
     variables["LD_PRELOAD"] = FAKEMACHINE_LIBRARY;
     variables["FAKEMACHINE"] = folder();
-    variables["FAKEMACHINE_PASS"] = std::string(INVHW_BINARY_DIR) + ":" + workingFolder();
+    variables["FAKEMACHINE_PASS"] = std::string(INVHW_BINARY_DIR) + ":" + workingFolder() + ":" + options.workingFolder;
     if (!options.faults.empty())
         variables["FAKEMACHINE_FAIL"] = options.faults;
     if (!options.countFile.empty())
@@ -276,7 +276,7 @@ static std::vector<char*> pointersTo(const std::vector<std::string>& texts)
 [[noreturn]] static void runProgram(const std::string& base, const std::vector<std::string>& settings,
                                     const ScanOptions& options)
 {
-    const std::string folder = base + "/scratch";
+    const std::string folder = options.workingFolder.empty() ? base + "/scratch" : options.workingFolder;
     if (chdir(folder.c_str()) != 0)
         _exit(96);
     redirect("/dev/null", O_RDONLY, STDIN_FILENO);
@@ -335,6 +335,7 @@ ScanResult FakeMachine::scan(const ScanOptions& options)
         for (const fs::directory_entry& entry : fs::directory_iterator(workingFolder()))
             if (entry.is_regular_file())
                 result.files[entry.path().filename().string()] = readTextFile(entry.path().string());
-    result.log = result.files["libInvHW.log"];
+    if (result.files.count("libInvHW.log") != 0)
+        result.log = result.files["libInvHW.log"];
     return result;
 }

@@ -36,13 +36,13 @@ static int openPath(const char* path, int flags, mode_t mode)
         return -1;
     Machine& machine = Machine::instance();
     const Location where = machine.locate(path);
-    if (where.place == Place::Real)
-        return real(path, flags, mode);
     int error = machine.errorOf("open", where);
     if (error == 0 && writes(flags))
         error = machine.errorOf("open-write", where);
     if (error != 0)
         return fails(error);
+    if (where.place == Place::Real)
+        return real(path, flags, mode);
     if (where.place != Place::File)
         return openNode(where, flags);
     const int descriptor = real(where.path.c_str(), (flags & ~(O_CREAT | O_TRUNC | O_ACCMODE)) | O_RDONLY);
@@ -290,7 +290,11 @@ static int changeEntry(const char* name, const char* path, Real real)
     Call call(name, path);
     if (call.fails())
         return -1;
-    return Machine::instance().locate(path).place == Place::Real ? real() : fails(EROFS);
+    Machine& machine = Machine::instance();
+    const Location where = machine.locate(path);
+    if (const int error = machine.errorOf("change", where); error != 0)
+        return fails(error);
+    return where.place == Place::Real ? real() : fails(EROFS);
 }
 
 FAKE(int, unlink, const char* path)

@@ -146,10 +146,13 @@ FAKE(FILE*, fopen64, const char* path, const char* mode)
         return nullptr;
     Machine& machine = Machine::instance();
     const Location where = machine.locate(path);
+    int error = machine.errorOf("open", where);
+    if (error == 0 && (mode[0] != 'r' || strchr(mode, '+') != nullptr))
+        error = machine.errorOf("open-write", where);
+    if (error != 0)
+        return failStream(error);
     if (where.place == Place::Real)
         return real(path, mode);
-    if (const int error = machine.errorOf("open", where); error != 0)
-        return failStream(error);
     return openMachineStream(where, mode);
 }
 FAKE_ALIAS(FILE*, fopen, fopen64, const char*, const char*)
