@@ -71,7 +71,7 @@ Call::Call(const char* name, std::string_view subject)
     if (depth++ > 0)
         return;
     if (!settingsRead)
-        readSettings();
+        return;
     ++callCount;
     if (countFile != nullptr)
         record(std::to_string(callCount) + " " + name + " " + std::string(subject) + "\n");
@@ -115,9 +115,9 @@ bool allocationFails()
     return faults != nullptr && findFault('m', allocationCount) != nullptr;
 }
 
-bool insideLibrary()
+bool hasSettings()
 {
-    return depth > 0;
+    return settingsRead;
 }
 
 Inside::Inside()

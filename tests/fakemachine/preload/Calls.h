@@ -42,8 +42,8 @@ private:
 /// The same for one allocation (FAKEMACHINE_FAIL="mN", FAKEMACHINE_COUNT then ends with "m COUNT"): true when it fails.
 bool allocationFails();
 
-/// True while the library itself runs.
-bool insideLibrary();
+/// True once the process has its environment. Before, a sanitizer's start-up may already call: it gets the real answers.
+bool hasSettings();
 
 /// Marks that the library itself runs, without a call of the program.
 class Inside

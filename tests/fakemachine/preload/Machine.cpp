@@ -58,7 +58,7 @@ static std::vector<std::string> splitList(const char* list)
 
 static std::string machineFolder()
 {
-    const char* folder = getenv("FAKEMACHINE");
+    const char* folder = hasSettings() ? getenv("FAKEMACHINE") : nullptr;
     return folder == nullptr ? "" : folder;
 }
 
@@ -71,7 +71,12 @@ Machine::Machine()
 
 Machine& Machine::instance()
 {
-    static Machine* const machine = new Machine; // used until the process has ended
+    static Machine* machine = nullptr; // used until the process has ended
+    static bool complete = false;
+    if (machine == nullptr || !complete) {
+        complete = hasSettings();
+        machine = new Machine;
+    }
     return *machine;
 }
 

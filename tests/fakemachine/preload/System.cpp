@@ -104,6 +104,9 @@ FAKE(int, getpagesize)
 {
     if (!ready)
         return kDefaultPageSize;
+    static auto* const real = realFunction<int()>("getpagesize");
+    if (!hasSettings())
+        return real();
     Call call("getpagesize");
     return conf().pageSize.value_or(kDefaultPageSize);
 }
