@@ -204,9 +204,10 @@ static void showNetwork(const char* records)
     list.ifc_req = buffer.data();
     if (ioctl(descriptor, SIOCGIFCONF, &list) != 0)
         return printError("SIOCGIFCONF");
+    static constexpr unsigned long requests[] = {SIOCGIFADDR, SIOCGIFNETMASK, SIOCGIFHWADDR};
     for (size_t i = 0; i < static_cast<size_t>(list.ifc_len) / sizeof(ifreq); ++i) {
         puts(buffer[i].ifr_name);
-        for (const unsigned long request : {SIOCGIFADDR, SIOCGIFNETMASK, SIOCGIFHWADDR})
+        for (const unsigned long request : requests)
             showAddress(descriptor, request, buffer[i].ifr_name);
     }
     close(descriptor);

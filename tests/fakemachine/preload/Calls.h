@@ -42,7 +42,8 @@ private:
 /// The same for one allocation (FAKEMACHINE_FAIL="mN", FAKEMACHINE_COUNT then ends with "m COUNT"): true when it fails.
 bool allocationFails();
 
-/// True once the process has its environment. Before, a sanitizer's start-up may already call: it gets the real answers.
+/// True once the process has its environment. Before, a sanitizer's start-up may already call: it gets the real
+/// answers.
 bool hasSettings();
 
 /// Marks that the library itself runs, without a call of the program.

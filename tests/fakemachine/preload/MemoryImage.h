@@ -29,7 +29,7 @@ private:
     struct Structure {
         unsigned type = 0;
         unsigned handle = 0;
-        unsigned repeat = 1;  // so many alike, with handles that count up
+        unsigned repeat = 1; // so many alike, with handles that count up
         std::string formatted;
         std::string strings;
         size_t offset = 4;

@@ -37,7 +37,7 @@ TEST(SMBIOSTable, fromBytesIsAvailableWithTheRevisionAsGiven)
 TEST(SMBIOSTable, keepsTheFirstOfTypesThatAreKeptOnce)
 {
     TableBytes bytes;
-    for (unsigned type : {0, 1, 2, 3, 22})
+    for (unsigned type : {0U, 1U, 2U, 3U, 22U})
         bytes.add(Structure(type, 40).string(type == 3 ? 6 : 5, "first")).add(Structure(type, 40).string(5, "second"));
     const auto table = parsed(bytes.end());
     EXPECT_STREQ(table->getTable0()->getVersion(), "first");
@@ -50,7 +50,7 @@ TEST(SMBIOSTable, keepsTheFirstOfTypesThatAreKeptOnce)
 TEST(SMBIOSTable, readsEveryTypeThatIsKept)
 {
     TableBytes bytes;
-    for (unsigned type : {0, 1, 2, 3, 4, 5, 6, 8, 9, 10, 11, 16, 17, 22, 24})
+    for (unsigned type : {0U, 1U, 2U, 3U, 4U, 5U, 6U, 8U, 9U, 10U, 11U, 16U, 17U, 22U, 24U})
         bytes.add(Structure(type, 40));
     const auto table = parsed(bytes.end());
     EXPECT_NE(table->getTable0(), nullptr);
@@ -134,7 +134,7 @@ TEST(SMBIOSTable, stopsFourBytesBeforeItsEnd)
 TEST(SMBIOSTable, survivesBeingCutAtEveryByte)
 {
     TableBytes bytes;
-    for (unsigned type : {0, 1, 2, 3, 4, 5, 6, 8, 9, 10, 11, 16, 17, 22, 24})
+    for (unsigned type : {0U, 1U, 2U, 3U, 4U, 5U, 6U, 8U, 9U, 10U, 11U, 16U, 17U, 22U, 24U})
         bytes.add(Structure(type, 40).string(4, "one").string(6, "two"), 2);
     bytes.end();
     for (int length = 0; length <= bytes.length(); ++length) {
@@ -376,7 +376,7 @@ TEST(DumpToStandardOutput, showsTheRecordsInOrder)
 TEST(DumpToStandardOutput, hasATitleForEachTypeButTheTwoThatPrintNothing)
 {
     TableBytes bytes;
-    for (unsigned type : {0, 1, 2, 3, 4, 5, 6, 8, 9, 10, 16, 17, 22, 24})
+    for (unsigned type : {0U, 1U, 2U, 3U, 4U, 5U, 6U, 8U, 9U, 10U, 16U, 17U, 22U, 24U})
         bytes.add(Structure(type, 40));
     const auto table = parsed(bytes.end());
     testing::internal::CaptureStdout();

@@ -28,8 +28,8 @@ protected:
     {
         std::string text;
         for (unsigned first = 0; first < 256; ++first)
-            for (const unsigned second : {0x00, 0x0E, 0x30, 0x40, 0x81, 0xA1, 0xFE, 0xFF})
-                for (const unsigned third : {0x21, 0x80, 0xA1, 0xFF})
+            for (const unsigned second : {0x00U, 0x0EU, 0x30U, 0x40U, 0x81U, 0xA1U, 0xFEU, 0xFFU})
+                for (const unsigned third : {0x21U, 0x80U, 0xA1U, 0xFFU})
                     text += {static_cast<char>(first), static_cast<char>(second), static_cast<char>(third)};
         toUtf8(handle, text);
         toUtf8(handle, "\x0E" + text);

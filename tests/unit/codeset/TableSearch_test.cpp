@@ -166,13 +166,13 @@ TEST_F(TableSearchTest, EmptySettingsAreNoDirectories)
 
 TEST_F(TableSearchTest, ATablePathMustStayBelow255Characters)
 {
-    for (const size_t length : {254, 255}) {
+    for (const size_t length : {254U, 255U}) {
         const std::string directory = longDirectory(length - strlen("/T1"));
         write(directory + "/T1", named("FOUND"));
         kst_set_dir(directory.c_str());
         EXPECT_EQ(opened("T1"), length < 255 ? "FOUND" : "") << length;
     }
-    for (const size_t length : {255, 256}) {
+    for (const size_t length : {255U, 256U}) {
         const std::string path = longDirectory(length);
         write(path, named("FOUND"));
         kst_set_dir("");
