@@ -62,9 +62,10 @@ static void traceLine(const unsigned char* bytes, int offset, int count)
 {
     char numbers[16 * 3 + 1] = "";
     char text[16 + 1] = "";
-    for (int i = 0; i < count; ++i) {
+    char* number = numbers;
+    for (int i = 0; i < count; ++i, number += 3) {
         const unsigned char byte = bytes[offset + i];
-        snprintf(numbers + 3 * i, 4, "%02X ", byte);
+        snprintf(number, 4, "%02X ", byte);
         text[i] = isprint(byte) != 0 ? static_cast<char>(byte) : '.';
     }
     VEX_LOG(DEBUG_SMBIOS, VEX_LEVEL_MAIN, "\n%04X %s --- >%s<", static_cast<unsigned>(offset), numbers, text);

@@ -46,8 +46,10 @@ char* SMBIOSTable0Data::getReleaseDateAsYYYYMMDD() const
             setDate(date, text, text + 3, day);
         } else { // MM/DD/YY: the century turns at 10, not at the usual pivot
             setDate(date, text + 6, text, text + 3);
-            if (text[6] == '0')
-                memcpy(date, "20", 2);
+            if (text[6] == '0') {
+                date[0] = '2';
+                date[1] = '0';
+            }
         }
         return strdup(date);
     case 10: // MM/DD/YYYY
