@@ -103,8 +103,7 @@ int find_table_ep(smbios_table_entry_point* ep)
     void* const area = slm_phys_mmap(kAreaStart, kAreaEnd, 1, &handle);
     if (area == MAP_FAILED)
         return -1;
-    const int result =
-        readEntryPoint(static_cast<unsigned char*>(area) + slm_page_off(reinterpret_cast<void*>(kAreaStart)), ep);
+    const int result = readEntryPoint(static_cast<unsigned char*>(area) + slm_page_off(kAreaStart), ep);
     slm_phys_munmap(&handle);
     return result;
 }

@@ -24,7 +24,12 @@ unsigned long slm_get_page_size()
 
 unsigned long slm_page_off(void* addr)
 {
-    return static_cast<unsigned long>(reinterpret_cast<uintptr_t>(addr)) % slm_get_page_size();
+    return slm_page_off(static_cast<unsigned long>(reinterpret_cast<uintptr_t>(addr)));
+}
+
+unsigned long slm_page_off(unsigned long offset)
+{
+    return offset % slm_get_page_size();
 }
 
 void* slm_page_align(void* addr, slm_page_alignment_direction dir)
@@ -32,8 +37,8 @@ void* slm_page_align(void* addr, slm_page_alignment_direction dir)
     const unsigned long beyond = slm_page_off(addr);
     if (beyond == 0)
         return addr;
-    const uintptr_t down = reinterpret_cast<uintptr_t>(addr) - beyond;
-    return reinterpret_cast<void*>(dir == kDown ? down : down + slm_get_page_size());
+    char* const down = static_cast<char*>(addr) - beyond;
+    return dir == kDown ? down : down + slm_get_page_size();
 }
 
 // True for a regular file that ends before the mapping does: touching a page behind its end would kill the process.
@@ -77,9 +82,9 @@ void* slm_file_mmap(const char* path, unsigned long offset, unsigned long length
     // A descriptor of -1 makes mmap fail.
     mapping->descriptor = open(path, (mode != 0 ? O_RDWR : O_RDONLY) | O_CREAT, 0640);
     if (align == 1) {
-        void* const start = reinterpret_cast<void*>(static_cast<uintptr_t>(offset));
-        length += slm_page_off(start);
-        offset = static_cast<unsigned long>(reinterpret_cast<uintptr_t>(slm_page_align(start, kDown)));
+        const unsigned long beyond = slm_page_off(offset);
+        length += beyond;
+        offset -= beyond;
     }
     mapping->length = static_cast<uint32_t>(length);
     mapping->address = mapDescriptor(mapping->descriptor, static_cast<off_t>(offset), length, mode);

@@ -15,6 +15,7 @@ using slm_file_access_mode = int;
 unsigned long slm_get_page_size();
 /// addr modulo the page size.
 unsigned long slm_page_off(void* addr);
+unsigned long slm_page_off(unsigned long offset);
 /// addr when it stands on a page boundary, else the boundary below or above it.
 void* slm_page_align(void* addr, slm_page_alignment_direction dir);
 

@@ -64,7 +64,7 @@ void DirectReading::readEntry(const smbios_table_entry_point& entryPoint)
     void* const mapping = slm_phys_mmap(address, address + entryPoint.tableLength(), 1, &handle);
     if (mapping == MAP_FAILED)
         return;
-    const unsigned long offset = slm_page_off(reinterpret_cast<void*>(address));
+    const unsigned long offset = slm_page_off(address);
     count_ = find_entry(static_cast<const unsigned char*>(mapping) + offset, &entryPoint, &entry_);
     slm_phys_munmap(&handle);
 }
