@@ -21,4 +21,5 @@ package amd64 "$hardening" lib/x86_64-linux-gnu
 package i386 "-m32 $hardening" lib/i386-linux-gnu
 rm -rf "$out/_CPack_Packages"
 lintian --fail-on error,warning "$out"/*.deb
+packaging/test.sh "$out"
 ls -l "$out"
