@@ -27,7 +27,7 @@ for architecture in amd64 i386; do
     for locale in C C.UTF-8 xx_YY.nowhere; do
         for folder in / /tmp /var/lib; do
             chroot "$root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=$locale \
-                sh -c "cd $folder && rm -f libInvHW.log && invhw >/tmp/report.xml && test -s libInvHW.log" ||
+                sh -c "cd $folder && rm -f libInvHW.log && invhw >/tmp/report.xml 2>/tmp/errors && test -s libInvHW.log" ||
                 fail "$architecture, locale $locale, folder $folder"
             whole "$root/tmp/report.xml" || fail "$architecture, locale $locale, folder $folder: no whole report"
         done
@@ -40,7 +40,7 @@ for architecture in amd64 i386; do
     rm -rf "$place"
     mkdir -p "$place/run"
     tar -xzf "$packages"/invhw-*-"$architecture".tar.gz -C "$place"
-    (cd "$place/run" && env -i "$place"/invhw-*/usr/sbin/invhw >report.xml)
+    (cd "$place/run" && env -i "$place"/invhw-*/sbin/invhw >report.xml 2>errors)
     whole "$place/run/report.xml" || fail "$architecture archive: no whole report"
     rm -rf "$place"
     echo "package test: $architecture archive runs from any folder"
