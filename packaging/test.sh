@@ -32,6 +32,11 @@ for architecture in amd64 i386; do
             whole "$root/tmp/report.xml" || fail "$architecture, locale $locale, folder $folder: no whole report"
         done
     done
+    units=$(mktemp -d)
+    cp "$root"/lib/systemd/system/invhw.* "$units"
+    sed -i "s#/usr/sbin/invhw#$root/usr/lib/invhw/bin/invhw#" "$units/invhw.service"
+    systemd-analyze --man=no verify "$units/invhw.service" "$units/invhw.timer" || fail "$architecture: units"
+    rm -r "$units"
     chroot "$root" dpkg -r invhw >/dev/null
     [ ! -e "$root/usr/sbin/invhw" ] || fail "$architecture: the removed package leaves the program"
     echo "package test: $architecture package installs, scans and goes"
