@@ -12,6 +12,7 @@ struct Source {
     uint32_t groupId;
     uint32_t attribId;
     const char* text;
+    const char* unit = "";
 };
 
 // In the catalog's order. "Structure type N" and "type N" are records of the firmware's structure table.
@@ -27,9 +28,9 @@ constexpr Source kSources[] = {
     {GROUP_PROCESSOR,          PROCESSOR_INDEX,                       "row number from 1"},
     {GROUP_PROCESSOR,          PROCESSOR_ID,                          "MD5 digest of the processor's identifying values"},
     {GROUP_PROCESSOR,          PROCESSOR_FAMILY,                      "structure type 4, processor family; else looked up by signature"},
-    {GROUP_PROCESSOR,          PROCESSOR_MAX_CLOCK_SPEED,             "`/proc/cpuinfo`, \"cpu MHz\", rounded to a nominal clock (MHz)"},
-    {GROUP_PROCESSOR,          PROCESSOR_CURRENT_CLOCK_SPEED,         "structure type 4, current speed; else as MaxClockSpeed (MHz)"},
-    {GROUP_PROCESSOR,          PROCESSOR_EXTERNAL_CLOCK_SPEED,        "structure type 4, external clock, when not 0 (MHz)"},
+    {GROUP_PROCESSOR,          PROCESSOR_MAX_CLOCK_SPEED,             "`/proc/cpuinfo`, \"cpu MHz\", rounded to a nominal clock", "MHz"},
+    {GROUP_PROCESSOR,          PROCESSOR_CURRENT_CLOCK_SPEED,         "structure type 4, current speed; else as MaxClockSpeed", "MHz"},
+    {GROUP_PROCESSOR,          PROCESSOR_EXTERNAL_CLOCK_SPEED,        "structure type 4, external clock, when not 0", "MHz"},
     {GROUP_PROCESSOR,          PROCESSOR_MANUFACTURER,                "`/proc/cpuinfo`, \"vendor_id\""},
     {GROUP_PROCESSOR,          PROCESSOR_SERIAL_NUMBER,               "not produced on Linux"},
     {GROUP_PROCESSOR,          PROCESSOR_INTERFACE,                   "structure type 4, upgrade code, stored as a number, when not 0"},
@@ -66,14 +67,14 @@ constexpr Source kSources[] = {
     {GROUP_PROCESSOR,          PROCESSOR_CPU_IMPL,                    "not produced on Linux"},
     {GROUP_PROCESSOR,          PROCESSOR_CPU_MASK,                    "not produced on Linux"},
     {GROUP_PROCESSOR,          PROCESSOR_CPU_ENABLED,                 "\"H\" when hyper-threading is seen, else absent"},
-    {GROUP_MEMORY,             MEMORY_TOTAL_PHYSICAL,                 "`/proc/meminfo`, \"MemTotal\"; else `sysinfo` (kB)"},
-    {GROUP_MEMORY,             MEMORY_FREE_PHYSICAL,                  "`/proc/meminfo`, \"MemFree\"; else `sysinfo` (kB)"},
-    {GROUP_MEMORY,             MEMORY_TOTAL_VIRTUAL,                  "`/proc/meminfo`, \"SwapTotal\"; else `sysinfo` (kB)"},
-    {GROUP_MEMORY,             MEMORY_FREE_VIRTUAL,                   "`/proc/meminfo`, \"SwapFree\"; else `sysinfo` (kB)"},
+    {GROUP_MEMORY,             MEMORY_TOTAL_PHYSICAL,                 "`/proc/meminfo`, \"MemTotal\"; else `sysinfo`", "kB"},
+    {GROUP_MEMORY,             MEMORY_FREE_PHYSICAL,                  "`/proc/meminfo`, \"MemFree\"; else `sysinfo`", "kB"},
+    {GROUP_MEMORY,             MEMORY_TOTAL_VIRTUAL,                  "`/proc/meminfo`, \"SwapTotal\"; else `sysinfo`", "kB"},
+    {GROUP_MEMORY,             MEMORY_FREE_VIRTUAL,                   "`/proc/meminfo`, \"SwapFree\"; else `sysinfo`", "kB"},
     {GROUP_MEMORY,             MEMORY_TOTAL_PAGE,                     "Total Physical divided by the page size: kB by bytes, so 1/1024 of the pages"},
     {GROUP_MEMORY,             MEMORY_FREE_PAGE,                      "Free Physical divided by the page size: kB by bytes, so 1/1024 of the pages"},
-    {GROUP_MEMORY,             MEMORY_PAGE_SIZE,                      "`getpagesize` (bytes)"},
-    {GROUP_MEMORY,             MEMORY_MAX_MEMORY_MB,                  "largest module size times slots, from the structures of types 5 and 16, when plausible (MB)"},
+    {GROUP_MEMORY,             MEMORY_PAGE_SIZE,                      "`getpagesize`", "bytes"},
+    {GROUP_MEMORY,             MEMORY_MAX_MEMORY_MB,                  "largest module size times slots, from the structures of types 5 and 16, when plausible", "MB"},
     {GROUP_MEMORY,             MEMORY_NUM_SLOTS,                      "number of memory slots in the structure table, when not 0"},
     {GROUP_OPERATING_SYSTEM,   OPER_SYS_NAME,                         "first release file that opens (`/etc/redhat-release`, `turbolinux-release`, `SuSE-release`, `UnitedLinux-release`); else \"Caldera Linux\" or \"Linux\""},
     {GROUP_OPERATING_SYSTEM,   OPER_SYS_TYPE,                         "LINUX; Linux PPC when the release file says \"PPC\""},
@@ -100,7 +101,7 @@ constexpr Source kSources[] = {
     {GROUP_STORAGE,            STORAGE_CYLINDERS,                     "IDE: `geometry` file or HDIO_GETGEO; SCSI: HDIO_GETGEO or mode pages; DAC960 and Smart Array: `fdisk -l`; floppy: FDGETPRM"},
     {GROUP_STORAGE,            STORAGE_SECTORS,                       "as Cylinders (IDE: the second number of the `geometry` file)"},
     {GROUP_STORAGE,            STORAGE_HEADS,                         "as Cylinders (IDE: the third number of the `geometry` file)"},
-    {GROUP_STORAGE,            STORAGE_TOTAL_SIZE,                    "IDE: `capacity` file; SCSI: BLKGETSIZE, BLKGETSIZE64 or mode pages; DAC960 and Smart Array: `fdisk -l` or `/proc/driver/cciss/cciss0`; floppy: FDGETPRM (MB)"},
+    {GROUP_STORAGE,            STORAGE_TOTAL_SIZE,                    "IDE: `capacity` file; SCSI: BLKGETSIZE, BLKGETSIZE64 or mode pages; DAC960 and Smart Array: `fdisk -l` or `/proc/driver/cciss/cciss0`; floppy: FDGETPRM", "MB"},
     {GROUP_STORAGE,            STORAGE_SECURITY_ENABLED,              "IDE hard disk: security word of the identify data; else Unsupported"},
     {GROUP_IP_ADDRESS,         IP_ADDR_INDEX,                         "row number from 1, loopback not counted"},
     {GROUP_IP_ADDRESS,         IP_ADDR_ADDRESS,                       "SIOCGIFADDR"},
@@ -122,7 +123,7 @@ constexpr Source kSources[] = {
     {GROUP_NETWORK_ADAPTER,    NET_ADPTR_INSTALL_DATE,                "not produced on Linux"},
     {GROUP_NETWORK_ADAPTER,    NET_ADPTR_CONNECTOR_TYPE,              "not produced on Linux"},
     {GROUP_REGIONAL,           REGIONAL_LOCALE,                       "`setlocale` for character types, from the environment"},
-    {GROUP_REGIONAL,           REGIONAL_TIME_ZONE_SECONDS,            "`timezone`, without its sign (seconds)"},
+    {GROUP_REGIONAL,           REGIONAL_TIME_ZONE_SECONDS,            "`timezone`, without its sign", "seconds"},
     {GROUP_REGIONAL,           REGIONAL_TIME_ZONE_PLUS_MINUS,         "sign of `timezone`: + east of or at UTC, - west of it"},
     {GROUP_REGIONAL,           REGIONAL_DAYLIGHT,                     "`daylight`: T when the zone has daylight-saving time, else F"},
     {GROUP_REGIONAL,           REGIONAL_TIME_ZONE_NAME,               "`tzname[0]`"},
@@ -136,7 +137,7 @@ constexpr Source kSources[] = {
     {GROUP_SCAN_INFO,          SCAN_INFO_MINOR_VERSION,               "fixed"},
     {GROUP_SCAN_INFO,          SCAN_INFO_SCAN_DATE,                   "`gettimeofday` at the start of the group"},
     {GROUP_SCAN_INFO,          SCAN_INFO_BUILD,                       "fixed"},
-    {GROUP_SCAN_INFO,          SCAN_INFO_UPTIME,                      "now less the time of the run-level record, when there is one (seconds)"},
+    {GROUP_SCAN_INFO,          SCAN_INFO_UPTIME,                      "now less the time of the run-level record, when there is one", "seconds"},
     {GROUP_SMBIOS,             SMBIOS_BIOS_VENDOR,                    "type 0, vendor"},
     {GROUP_SMBIOS,             SMBIOS_BIOS_VERSION,                   "type 0, version"},
     {GROUP_SMBIOS,             SMBIOS_BIOS_DATE,                      "type 0, release date as YYYY-MM-DD"},
@@ -161,18 +162,18 @@ constexpr Source kSources[] = {
     {GROUP_PARTITION,          PART_TYPE,                             "Remote Drive for nfs, afs and smbfs; else Logical Drive"},
     {GROUP_PARTITION,          PART_MEDIA_TYPE,                       "from the file-system type and the device name"},
     {GROUP_PARTITION,          PART_DEVICE_NAME,                      "`/etc/mtab`, device (\"remote\" for a remote drive); `/proc/swaps`, path"},
-    {GROUP_PARTITION,          PART_PHYSICAL_SIZE,                    "`statvfs`, all blocks; `/proc/swaps`, size (kB)"},
+    {GROUP_PARTITION,          PART_PHYSICAL_SIZE,                    "`statvfs`, all blocks; `/proc/swaps`, size", "kB"},
     {GROUP_PARTITION,          PART_FS_TYPE,                          "file-system type of `/etc/mtab`, by name; swap: Linux Swap"},
     {GROUP_PARTITION,          PART_FS_ACCESS_POINT,                  "`/etc/mtab`, device; `/proc/swaps`, path"},
     {GROUP_PARTITION,          PART_FS_MOUNT_POINT,                   "`/etc/mtab`, mount point; \"swap\""},
-    {GROUP_PARTITION,          PART_FS_TOTAL_SIZE,                    "as Physical Size (kB)"},
-    {GROUP_PARTITION,          PART_FS_FREE_SIZE,                     "`statvfs`, blocks free for users; `/proc/swaps`, size less used (kB)"},
+    {GROUP_PARTITION,          PART_FS_TOTAL_SIZE,                    "as Physical Size", "kB"},
+    {GROUP_PARTITION,          PART_FS_FREE_SIZE,                     "`statvfs`, blocks free for users; `/proc/swaps`, size less used", "kB"},
     {GROUP_PCI_DEVICE,         PCI_DEVICE_INDEX,                      "row number from 1"},
     {GROUP_PCI_DEVICE,         PCI_DEVICE_NAME,                       "`/proc/pci`, description and class, or the PCI tables by id; else `/sbin/lspci -m`, vendor and device"},
     {GROUP_PCI_DEVICE,         PCI_DEVICE_REVISION,                   "`/proc/pci`, \"rev\"; else `/sbin/lspci -m`, \"-r\""},
     {GROUP_MEMORY_MODULES,     MEMORY_MODULES_INDEX,                  "row number from 1"},
-    {GROUP_MEMORY_MODULES,     MEMORY_MODULES_MODULE_SIZE_MB,         "structure type 17, size; else type 6, installed size (MB)"},
-    {GROUP_MEMORY_MODULES,     MEMORY_MODULES_MAX_MODULE_SIZE_MB,     "largest module size that the structure table names (MB)"},
+    {GROUP_MEMORY_MODULES,     MEMORY_MODULES_MODULE_SIZE_MB,         "structure type 17, size; else type 6, installed size", "MB"},
+    {GROUP_MEMORY_MODULES,     MEMORY_MODULES_MAX_MODULE_SIZE_MB,     "largest module size that the structure table names", "MB"},
     {GROUP_MEMORY_MODULES,     MEMORY_MODULES_SOCKET_NAME,            "type 17, device and bank locator; else type 6, socket designation"},
     {GROUP_MEMORY_MODULES,     MEMORY_MODULES_PACKAGING,              "type 17, form factor; else type 6, SIMM or DIMM"},
     {GROUP_MEMORY_MODULES,     MEMORY_MODULES_MEMORY_TYPE,            "type 17, type detail and memory type; else type 6, memory type"},
@@ -193,12 +194,24 @@ bool isCollected(uint32_t groupId)
 }
 } // namespace
 
-const char* attribSource(uint32_t groupId, uint32_t attribId)
+static const Source* findSource(uint32_t groupId, uint32_t attribId)
 {
     for (const Source& source : kSources)
         if (source.groupId == groupId && source.attribId == attribId)
-            return source.text;
+            return &source;
     return nullptr;
+}
+
+const char* attribSource(uint32_t groupId, uint32_t attribId)
+{
+    const Source* source = findSource(groupId, attribId);
+    return source == nullptr ? nullptr : source->text;
+}
+
+const char* attribUnit(uint32_t groupId, uint32_t attribId)
+{
+    const Source* source = findSource(groupId, attribId);
+    return source == nullptr ? "" : source->unit;
 }
 
 bool sourcesAreComplete()

@@ -27,8 +27,13 @@ keys report one row. An attribute without a value is left out of its row unless 
 | `VEX_FLOAT` | a number with six decimals |
 | `VEX_DATETIME` | local time as `YYYY-MM-DD-hh.mm.ss.0000000` |
 
-The schema of the report is [invhw-report.xsd](invhw-report.xsd). Two texts of Partition's FS Type hold `&` and `<` as
-they stand; a report with one of them is not well-formed XML.
+The schema of the report is [invhw-report.xsd](invhw-report.xsd).
+
+Two texts of Partition's FS Type are written raw, which the contract of the report keeps: "UNIX-AT&T System V/386 | SCO
+UNIX" (0x63, file system "s5") and "Minix < 1.4b" (0x80). A report with one of them is not well-formed XML. A reader that
+may meet one escapes them before it parses:
+
+    sed -e 's/>UNIX-AT&T System/>UNIX-AT\&amp;T System/' -e 's/>Minix < 1\.4b/>Minix \&lt; 1.4b/' report.xml
 )";
 
 std::string elementName(const char* name)
@@ -86,7 +91,7 @@ void writeAttribute(std::ostream& out, const vexGroupDef& group, const vexAttrib
         << " |";
     const char* source = attribSource(group.id, attrib.id);
     if (source != nullptr)
-        out << " " << cell(source) << " |";
+        out << " " << attribUnit(group.id, attrib.id) << " | " << cell(source) << " |";
     out << "\n";
 }
 
@@ -102,8 +107,8 @@ void writeGroup(std::ostream& out, const vexGroupDef& group)
     const bool collected = isCollected(group);
     out << "\n## " << group.name << "\n\nGroup " << group.id << ", element `" << elementName(group.name)
         << "`, version " << group.version << (collected ? "." : ". No collector on this platform: never in a report.")
-        << "\n\n| Id | Attribute | Element | Type | Max | Key | Values |" << (collected ? " Source |" : "")
-        << "\n|---|---|---|---|---|---|---|" << (collected ? "---|" : "") << "\n";
+        << "\n\n| Id | Attribute | Element | Type | Max | Key | Values |" << (collected ? " Unit | Source |" : "")
+        << "\n|---|---|---|---|---|---|---|" << (collected ? "---|---|" : "") << "\n";
     for (const vexAttribDef* attrib = group.attributes; attrib->id != VEX_END; ++attrib)
         writeAttribute(out, group, *attrib);
     for (const vexAttribDef* attrib = group.attributes; attrib->id != VEX_END; ++attrib)
