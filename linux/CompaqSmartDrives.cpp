@@ -20,17 +20,6 @@ static bool describesDisk(const char* line)
     return strstr(line, "nr_blocks") != nullptr;
 }
 
-int countSmartDisks(TextStream& status)
-{
-    int count = 0;
-    char line[256];
-    while (status.readLine(line)) {
-        if (describesDisk(line))
-            ++count;
-    }
-    return count;
-}
-
 // The text behind the first of these characters; the end of text when it has none.
 static const char* behind(const char* text, const char* characters)
 {
@@ -46,27 +35,15 @@ static uint32_t parseSmartDiskSize(const char* line)
     return parseULong(blockSize) * (parseULong(blocks) / 1024);
 }
 
-uint32_t readSmartDiskSize(TextStream& status, int n)
+std::vector<uint32_t> readSmartDiskSizes(TextStream& status)
 {
-    int found = 0;
+    std::vector<uint32_t> sizes;
     char line[256];
     while (status.readLine(line)) {
-        if (describesDisk(line) && ++found == n)
-            return parseSmartDiskSize(line);
+        if (describesDisk(line))
+            sizes.push_back(parseSmartDiskSize(line));
     }
-    return 0;
-}
-
-int getCompaqSmartDiskNum()
-{
-    TextStream status = TextStream::openFile(kStatusFile);
-    return countSmartDisks(status);
-}
-
-uint32_t getCompaqSmartDiskSize(int n)
-{
-    TextStream status = TextStream::openFile(kStatusFile);
-    return readSmartDiskSize(status, n);
+    return sizes;
 }
 
 static void addSmartDisk(int* counter, uint32_t kilobytes, int n)
@@ -88,16 +65,18 @@ static void addSmartDisk(int* counter, uint32_t kilobytes, int n)
 
 unsigned int gatherCompaqSmartRAIDDriveInformation(int* counter)
 {
-    if (!TextStream::openFile(kStatusFile)) {
+    TextStream status = TextStream::openFile(kStatusFile);
+    if (!status) {
         VEX_LOG(DEBUG_STORAGE, VEX_LEVEL_DETAIL, "\nfopen(cat /proc/driver/cciss/cciss0) failed");
         return 0;
     }
-    const int count = getCompaqSmartDiskNum();
-    if (count < 1) {
+    const std::vector<uint32_t> sizes = readSmartDiskSizes(status);
+    if (sizes.empty()) {
         VEX_LOG(DEBUG_STORAGE, VEX_LEVEL_DETAIL, "\n no disk associated to Compaq Smart RAID ");
         return 0;
     }
-    for (int n = 1; n <= count; ++n)
-        addSmartDisk(counter, getCompaqSmartDiskSize(n), n);
+    int n = 0;
+    for (const uint32_t kilobytes : sizes)
+        addSmartDisk(counter, kilobytes, ++n);
     return 0;
 }

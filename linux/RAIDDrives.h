@@ -31,10 +31,5 @@ void readCurrentStatus(TextStream& status, std::vector<RAIDInfo>& records);
 /// disks, the names so far, joined with ",", has then; a disk that was there before is logged.
 bool takeMountedDisk(char* line, std::string* disks);
 
-/// The number of disks in the status file of the CCISS driver; 0 when it cannot be read.
-int getCompaqSmartDiskNum();
-/// The size of disk n, counted from 1, in kilobytes; 0 when it is not there.
-uint32_t getCompaqSmartDiskSize(int n);
-/// The same for the text of the file.
-int countSmartDisks(TextStream& status);
-uint32_t readSmartDiskSize(TextStream& status, int n);
+/// The sizes of the disks in the text of the CCISS driver's status file, in kilobytes and in the file's order.
+std::vector<uint32_t> readSmartDiskSizes(TextStream& status);

@@ -28,12 +28,9 @@ static void readRecords(std::string& text)
 
 static void readSizes(std::string& text)
 {
-    TextStream counted(fmemopen(text.data(), text.size(), "r"));
-    const int count = countSmartDisks(counted);
-    for (int n = 1; n <= count && n <= 20; ++n) { // each size reads the file again
-        TextStream status(fmemopen(text.data(), text.size(), "r"));
-        readSmartDiskSize(status, n);
-    }
+    TextStream status(fmemopen(text.data(), text.size(), "r"));
+    if (readSmartDiskSizes(status).size() > text.size())
+        abort();
 }
 
 static void readMounts(std::string& text)

@@ -37,16 +37,12 @@ std::string diskOf(std::string line, std::string* disks)
     return takeMountedDisk(line.data(), disks) ? line.c_str() : "none";
 }
 
-int smartDisksOf(std::string text)
-{
-    TextStream status = textOf(text);
-    return countSmartDisks(status);
-}
+using Sizes = std::vector<uint32_t>;
 
-uint32_t sizeOf(std::string text, int n)
+Sizes sizesOf(std::string text)
 {
     TextStream status = textOf(text);
-    return readSmartDiskSize(status, n);
+    return readSmartDiskSizes(status);
 }
 
 constexpr char kStatus[] = "***** DAC960 RAID Driver Version 2.4.9 *****\n"
@@ -148,10 +144,11 @@ TEST(CCISSMounts, aLineWithoutPartitionIsCutAtTheFirstLetterPAnywhere)
     EXPECT_EQ(diskOf("cciss on /x\n", &disks), "cciss on /x\n");
 }
 
-TEST(SmartRAIDStatus, countsTheLinesWithBlocks)
+TEST(SmartRAIDStatus, everyLineWithBlocksIsADisk)
 {
-    EXPECT_EQ(smartDisksOf("cciss0: Compaq\nc0d0: blksz=512 nr_blocks=1\nc0d1: blksz=512 nr_blocks=2\n"), 2);
-    EXPECT_EQ(smartDisksOf("cciss0: Compaq\n"), 0);
+    EXPECT_EQ(sizesOf("cciss0: Compaq\nc0d0: blksz=512 nr_blocks=1024\nc0d1: blksz=512 nr_blocks=2048\n"),
+              (Sizes{512, 1024}));
+    EXPECT_EQ(sizesOf("cciss0: Compaq\n"), Sizes{});
 }
 
 TEST(SmartRAIDStatus, theSizeIsBlockSizeTimesBlocksDividedFirst)
@@ -159,21 +156,19 @@ TEST(SmartRAIDStatus, theSizeIsBlockSizeTimesBlocksDividedFirst)
     const char* text = "cciss0: Compaq Smart Array 5i\n"
                        "cciss/c0d0: blksz=512 nr_blocks=71122560\n"
                        "cciss/c0d1: blksz=512 nr_blocks=2047\n";
-    EXPECT_EQ(sizeOf(text, 1), 35560960U);
-    EXPECT_EQ(sizeOf(text, 2), 512U);
-    EXPECT_EQ(sizeOf(text, 3), 0U);
+    EXPECT_EQ(sizesOf(text), (Sizes{35560960, 512}));
 }
 
 TEST(SmartRAIDStatus, aLineWithoutItsFiguresHasNoSize)
 {
-    EXPECT_EQ(sizeOf("c0d0: nr_blocks\n", 1), 0U);
-    EXPECT_EQ(sizeOf("c0d0: nr_blocks=71122560\n", 1), 0U);
-    EXPECT_EQ(sizeOf("c0d0: blksz=512 nr_blocks\n", 1), 0U);
-    EXPECT_EQ(sizeOf("nr_blocks", 1), 0U);
+    EXPECT_EQ(sizesOf("c0d0: nr_blocks\n"), Sizes{0});
+    EXPECT_EQ(sizesOf("c0d0: nr_blocks=71122560\n"), Sizes{0});
+    EXPECT_EQ(sizesOf("c0d0: blksz=512 nr_blocks\n"), Sizes{0});
+    EXPECT_EQ(sizesOf("nr_blocks"), Sizes{0});
 }
 
 TEST(SmartRAIDStatus, theSizeWrapsAt32Bits)
 {
-    EXPECT_EQ(sizeOf("c0d0: blksz=1024 nr_blocks=4294967295\n", 1), 0xFFFFFC00U);
-    EXPECT_EQ(sizeOf("c0d0: blksz=4096 nr_blocks=4294967295\n", 1), 0xFFFFF000U);
+    EXPECT_EQ(sizesOf("c0d0: blksz=1024 nr_blocks=4294967295\n"), Sizes{0xFFFFFC00});
+    EXPECT_EQ(sizesOf("c0d0: blksz=4096 nr_blocks=4294967295\n"), Sizes{0xFFFFF000});
 }
