@@ -2,20 +2,22 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <string>
 
 #include "com/VexDebug.h"
 
-/// Catches what is written to the debug log while it lives, all categories and levels, without a file.
+/// Catches what is written to the debug log while it lives, without a file: all categories and levels unless told
+/// otherwise.
 class LogCapture
 {
 public:
-    LogCapture()
+    explicit LogCapture(uint32_t category = 0xFFFFFFFF, uint32_t level = 7)
     {
         _vexFilePtr = open_memstream(&bytes_, &size_);
         VexInitDebug("/nonexistent/log"); // the stream that is already there wins; masks of 0 write no opening lines
-        _vexDebugCategory = 0xFFFFFFFF;
-        _vexDebugLevel = 7;
+        _vexDebugCategory = category;
+        _vexDebugLevel = level;
     }
     LogCapture(const LogCapture&) = delete;
     LogCapture& operator=(const LogCapture&) = delete;
@@ -38,3 +40,11 @@ private:
     char* bytes_ = nullptr;
     size_t size_ = 0;
 };
+
+/// What action writes to the debug log while the masks are category and level.
+inline std::string logText(uint32_t category, uint32_t level, const std::function<void()>& action)
+{
+    const LogCapture log(category, level);
+    action();
+    return log.text();
+}

@@ -5,8 +5,8 @@
 #include <memory>
 #include <unistd.h>
 
+#include "tests/unit/LogCapture.h"
 #include "tests/unit/SMBIOS/TableBuilder.h"
-#include "tests/unit/linux/LogText.h"
 
 static std::unique_ptr<SMBIOSTable> parsed(const TableBytes& table, int numTables)
 {

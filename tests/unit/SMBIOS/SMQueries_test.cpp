@@ -6,8 +6,8 @@
 #include "SMBIOS/SMMemory.h"
 #include "SMBIOS/SMProcessor.h"
 #include "SMBIOS/SM_HWSecurity.h"
+#include "tests/unit/LogCapture.h"
 #include "tests/unit/SMBIOS/TableBuilder.h"
-#include "tests/unit/linux/LogText.h"
 
 class Queries : public testing::Test
 {

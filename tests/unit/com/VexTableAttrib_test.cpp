@@ -12,6 +12,7 @@
 #include "com/VexCatalog.h"
 #include "com/VexUtil.h"
 #include "tests/unit/Capture.h"
+#include "tests/unit/com/Utf8AndUtc.h"
 
 namespace
 {
@@ -50,22 +51,7 @@ Bytes operator+(Bytes left, const std::string& right)
     return left;
 }
 
-class AttribRecord : public ::testing::Test
-{
-protected:
-    void SetUp() override
-    {
-        setlocale(LC_ALL, "C.utf8");
-        setenv("TZ", "UTC0", 1);
-        tzset();
-    }
-    void TearDown() override
-    {
-        setlocale(LC_ALL, "C");
-        unsetenv("TZ");
-        tzset();
-    }
-};
+using AttribRecord = Utf8AndUtc;
 } // namespace
 
 TEST_F(AttribRecord, UnsignedCharIsThirteenBytes)

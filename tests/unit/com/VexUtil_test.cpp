@@ -9,6 +9,7 @@
 
 #include "com/VexTableAttrib.h"
 #include "tests/unit/Capture.h"
+#include "tests/unit/com/Utf8AndUtc.h"
 
 namespace
 {
@@ -39,22 +40,7 @@ std::string dumpedValue(const VexTableAttrib& attrib)
 
 const unsigned char kOctets[] = {0x00, 0xAB, 0x0F};
 
-class PrintedValue : public ::testing::Test
-{
-protected:
-    void SetUp() override
-    {
-        setlocale(LC_ALL, "C.utf8");
-        setenv("TZ", "UTC0", 1);
-        tzset();
-    }
-    void TearDown() override
-    {
-        setlocale(LC_ALL, "C");
-        unsetenv("TZ");
-        tzset();
-    }
-};
+using PrintedValue = Utf8AndUtc;
 
 std::wstring escaped(const wchar_t* text)
 {

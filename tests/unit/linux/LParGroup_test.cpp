@@ -4,7 +4,7 @@
 #include <string>
 
 #include "com/VexDebug.h"
-#include "tests/unit/linux/LogText.h"
+#include "tests/unit/LogCapture.h"
 
 static CpuTopology topologyOf(std::string text)
 {

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "com/VexDebug.h"
-#include "tests/unit/linux/LogText.h"
-#include "tests/unit/linux/RowText.h"
+#include "tests/unit/LogCapture.h"
+#include "tests/unit/TableText.h"
 
 static bool readText(std::string text, MemoryAmounts* amounts)
 {
@@ -119,35 +119,35 @@ TEST(Meminfo, aValueIsTheWordBehindTheLabel)
 
 TEST(MemoryRow, pagesAreKilobytesDividedByBytes)
 {
-    EXPECT_EQ(rowOf({2097152, 1048576, 5, 4}), "1=2097152 2=1048576 3=5 4=4 5=512 6=256 7=4096 ");
-    EXPECT_EQ(rowOf({4095, 8191, 0, 0}), "1=4095 2=8191 3=0 4=0 5=0 6=1 7=4096 ");
-    EXPECT_EQ(rowOf({65536, 0, 0, 0}, {}, 65536), "1=65536 2=0 3=0 4=0 5=1 6=0 7=65536 ");
+    EXPECT_EQ(rowOf({2097152, 1048576, 5, 4}), "1=2097152|2=1048576|3=5|4=4|5=512|6=256|7=4096");
+    EXPECT_EQ(rowOf({4095, 8191, 0, 0}), "1=4095|2=8191|3=0|4=0|5=0|6=1|7=4096");
+    EXPECT_EQ(rowOf({65536, 0, 0, 0}, {}, 65536), "1=65536|2=0|3=0|4=0|5=1|6=0|7=65536");
 }
 
 TEST(MemoryRow, theFirmwaresSlotsAndTheirCapacityAreAdded)
 {
-    EXPECT_EQ(rowOf({2097152, 0, 0, 0}, {1024, 4}), "1=2097152 2=0 3=0 4=0 5=512 6=0 7=4096 8=4096 9=4 ");
+    EXPECT_EQ(rowOf({2097152, 0, 0, 0}, {1024, 4}), "1=2097152|2=0|3=0|4=0|5=512|6=0|7=4096|8=4096|9=4");
 }
 
 TEST(MemoryRow, slotsOfUnknownCapacityAreCountedOnly)
 {
-    EXPECT_EQ(rowOf({2097152, 0, 0, 0}, {0, 2}), "1=2097152 2=0 3=0 4=0 5=512 6=0 7=4096 9=2 ");
+    EXPECT_EQ(rowOf({2097152, 0, 0, 0}, {0, 2}), "1=2097152|2=0|3=0|4=0|5=512|6=0|7=4096|9=2");
 }
 
 TEST(MemoryRow, aCapacityWithoutSlotsIsNoCapacity)
 {
-    EXPECT_EQ(rowOf({1024, 0, 0, 0}, {512, 0}), "1=1024 2=0 3=0 4=0 5=0 6=0 7=4096 ");
+    EXPECT_EQ(rowOf({1024, 0, 0, 0}, {512, 0}), "1=1024|2=0|3=0|4=0|5=0|6=0|7=4096");
 }
 
 TEST(MemoryRow, aCapacityInMegabytesBelowTheTotalInGigabytesIsNotBelieved)
 {
-    EXPECT_EQ(rowOf({8388608, 0, 0, 0}, {1, 8}), "1=8388608 2=0 3=0 4=0 5=2048 6=0 7=4096 8=8 9=8 ");
-    EXPECT_EQ(rowOf({8388608, 0, 0, 0}, {1, 7}), "1=8388608 2=0 3=0 4=0 5=2048 6=0 7=4096 9=7 ");
+    EXPECT_EQ(rowOf({8388608, 0, 0, 0}, {1, 8}), "1=8388608|2=0|3=0|4=0|5=2048|6=0|7=4096|8=8|9=8");
+    EXPECT_EQ(rowOf({8388608, 0, 0, 0}, {1, 7}), "1=8388608|2=0|3=0|4=0|5=2048|6=0|7=4096|9=7");
 }
 
 TEST(MemoryRow, theCapacityIsA32BitProduct)
 {
-    EXPECT_EQ(rowOf({0, 0, 0, 0}, {0x80000000, 2}), "1=0 2=0 3=0 4=0 5=0 6=0 7=4096 9=2 ");
+    EXPECT_EQ(rowOf({0, 0, 0, 0}, {0x80000000, 2}), "1=0|2=0|3=0|4=0|5=0|6=0|7=4096|9=2");
 }
 
 TEST(MemoryLog, standsUnderTheNetworkAdaptersBit)

@@ -7,7 +7,7 @@
 #include "com/VexAttribIds.h"
 #include "com/VexTable.h"
 #include "linux/PartitionRows.h"
-#include "tests/unit/linux/TableText.h"
+#include "tests/unit/TableText.h"
 
 /// A Partition table under construction and its rows.
 class PartitionRowsTest : public testing::Test
