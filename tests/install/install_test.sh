@@ -25,7 +25,7 @@ for locale in C C.UTF-8 xx_YY.nowhere; do
 done
 [ -f "$top/usr/lib/invhw/generic/codeset/ANSIX341968" ] || fail "the tables are not where the program looks for them"
 
-cmake -S "$example" -B "$top/example" -DCMAKE_PREFIX_PATH="$top/usr" -DCMAKE_CXX_COMPILER="$compiler" \
+cmake -G Ninja -S "$example" -B "$top/example" -DCMAKE_PREFIX_PATH="$top/usr" -DCMAKE_CXX_COMPILER="$compiler" \
     -DCMAKE_CXX_FLAGS="$flags" >/dev/null
 cmake --build "$top/example" >/dev/null
 (cd "$top/example" && ./list-groups >groups.txt)

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <sstream>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 #include "linux/PartitionNames.h"
@@ -87,6 +88,10 @@ TEST(RealPartitions, agreeWithDf)
         const std::vector<FileSystem> before = runDf();
         const ScanResult result = scanThisComputer();
         ASSERT_FALSE(before.empty());
+        if (access("/etc/mtab", R_OK) != 0) { // a container without a mount table has no such group
+            EXPECT_TRUE(result.rows("Partition").empty());
+            return;
+        }
         ASSERT_FALSE(result.rows("Partition").empty());
         found = difference(before, runDf(), result.rows("Partition"));
         if (found.empty())
