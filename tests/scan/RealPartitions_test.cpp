@@ -49,12 +49,14 @@ uint64_t saturated(uint64_t kilobytes)
     return std::min<uint64_t>(kilobytes, UINT32_MAX);
 }
 
-// What is free may change while the scan runs, up and down, so it is compared with what df said before and after; where
-// the two differ, with some room around them.
+// What is free may change while the scan runs, up and down, so it is compared with what df said before and after, with
+// some room around them: the scan writes a log and a report, which are gone again when df looks; and where the two
+// answers differ, others write as well.
 bool isPlausiblyFree(uint32_t free, const FileSystem& before, const FileSystem& after)
 {
     const auto [least, most] = std::minmax(before.available, after.available);
-    const uint64_t room = least == most ? 0 : before.total / 1000;
+    constexpr uint64_t kFilesOfTheScan = 2048; // kilobytes, with what a file system reserves ahead of writing
+    const uint64_t room = std::max(kFilesOfTheScan, least == most ? 0 : before.total / 1000);
     return free >= saturated(least - std::min(least, room)) && free <= saturated(most + room);
 }
 
