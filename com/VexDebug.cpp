@@ -2,7 +2,6 @@
 
 #include <cstdarg>
 #include <cstring>
-#include <ctime>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -28,10 +27,9 @@ static time_t debugStartTime;
 static time_t debugEndTime;
 static int (*_vexOutputFunction)(const char* text) = nullptr;
 
-// The local time as ctime writes it, newline included; a time that has none reads as an empty line.
-static const char* timeLine(const time_t* time)
+const char* vexTimeLine(time_t time)
 {
-    const char* text = ctime(time);
+    const char* text = ctime(&time);
     return text == nullptr ? "\n" : text;
 }
 
@@ -83,7 +81,7 @@ void VexInitDebug(const char* path)
     }
     if (_vexDebugCategory != 0 && (_vexDebugLevel & VEX_LEVEL_MAIN) != 0) {
         VexPrintf("\n/" RULE_78 "\\");
-        VexPrintf("\nStart Time: %s", timeLine(&debugStartTime));
+        VexPrintf("\nStart Time: %s", vexTimeLine(debugStartTime));
     }
 }
 
@@ -105,7 +103,7 @@ void VexTermDebug()
         time(&debugEndTime);
         // The opening lines depend on the main level, these on the detail level; readers of old logs know it so.
         if (_vexDebugCategory != 0 && (_vexDebugLevel & VEX_LEVEL_DETAIL) != 0) {
-            VexPrintf("\n\nEnd   Time: %s", timeLine(&debugEndTime));
+            VexPrintf("\n\nEnd   Time: %s", vexTimeLine(debugEndTime));
             VexPrintf("\\" RULE_78 "/");
         }
         if (_vexFilePtr != nullptr) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <ctime>
 
 #include "com/VexAttribIds.h"
 
@@ -29,6 +30,10 @@ void VexTermDebug();
 /// Formats and writes one text to the log, opening it under its default name if it is closed. At most 2047 bytes are
 /// written. Returns the sink's result. Call it through VEX_LOG.
 int VexPrintf(const char* format, ...) __attribute__((format(printf, 1, 2)));
+
+/// A time as the log shows it: the local time as ctime writes it, newline included; an empty line for a time that has
+/// none. The text is the C library's and lasts until its next conversion.
+const char* vexTimeLine(time_t time);
 
 /// True when a line of this category (VexDebugMask, any of its bits) and level is wanted.
 inline bool vexDebugWanted(uint32_t category, uint32_t level)

@@ -50,21 +50,13 @@ static void unloadSG()
     TextStream::runCommand("/sbin/modprobe --first-time -r sg 2>/dev/null").close();
 }
 
-// The current local time as ctime writes it, newline included; a time that has none reads as an empty line.
-static const char* currentTime()
-{
-    const time_t now = time(nullptr);
-    const char* text = ctime(&now);
-    return text == nullptr ? "\n" : text;
-}
-
 using Probe = unsigned int (*)(int* counter);
 
 static unsigned int runProbe(const char* name, Probe probe, int* counter)
 {
-    VEX_LOG(DEBUG_STORAGE, VEX_LEVEL_DETAIL, "\n %s call %s()", currentTime(), name);
+    VEX_LOG(DEBUG_STORAGE, VEX_LEVEL_DETAIL, "\n %s call %s()", vexTimeLine(time(nullptr)), name);
     const unsigned int result = probe(counter);
-    VEX_LOG(DEBUG_STORAGE, VEX_LEVEL_DETAIL, "\n %s  exit %s()", currentTime(), name);
+    VEX_LOG(DEBUG_STORAGE, VEX_LEVEL_DETAIL, "\n %s  exit %s()", vexTimeLine(time(nullptr)), name);
     return result;
 }
 
