@@ -99,6 +99,12 @@ void writeTextFile(const std::string& path, const std::string& text)
     std::ofstream(path, std::ios::binary) << text;
 }
 
+std::string withInserted(const std::string& text, const std::string& before, const std::string& more)
+{
+    const size_t place = text.find(before);
+    return place == std::string::npos ? text : text.substr(0, place) + more + text.substr(place);
+}
+
 static void appendLine(const std::string& path, const std::string& line)
 {
     fs::create_directories(fs::path(path).parent_path());

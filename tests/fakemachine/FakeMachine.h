@@ -105,3 +105,5 @@ private:
 /// The text of a file of the real computer; empty when it cannot be read.
 std::string readTextFile(const std::string& path);
 void writeTextFile(const std::string& path, const std::string& text);
+/// The text with more put in before the first place that reads like this; unchanged when there is none.
+std::string withInserted(const std::string& text, const std::string& before, const std::string& more);

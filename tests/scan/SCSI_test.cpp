@@ -167,18 +167,49 @@ TEST(SCSI, lettersComeBeforeNumbers)
     EXPECT_EQ(result.value("Storage", 0, "Model"), "LETTERED");
 }
 
+// Every byte that 255 nodes add to the report and the log of a machine without any.
 TEST(SCSI, enumerationStopsForGoodAfter255Nodes)
 {
+    constexpr int kNodes = 255;
     FakeMachine machine;
-    for (int i = 0; i < 256; ++i)
-        machine.device("/dev/sg" + std::to_string(i), streamIdentity(8, "CHANGER"));
+    const ScanResult bare = machine.scan();
+    for (int i = 0; i <= kNodes; ++i)
+        machine.device("/dev/sg" + std::to_string(i), streamIdentity(8, "NODE " + std::to_string(i)));
     ScanOptions options;
     options.secondsAllowed = 120;
     const ScanResult result = machine.scan(options);
     ASSERT_TRUE(result.ended()) << result.errors;
-    EXPECT_EQ(result.rows("Storage").size(), 255u);
-    EXPECT_EQ(result.value("Storage", 254, "Index"), "255");
-    EXPECT_TRUE(result.logHas("\nSCSI name=>/dev/sg254<\nSCSI errorcode=>0<\nSCSI resolveSCSItype=>1<"
-                              "\n this is the pre-increment value  lastdrive  = 255 "
-                              "\n we have already processed a possibly valid dev/sg255\nAdd SCSI index=>254<"));
+
+    const std::string stopped = "\n this is the pre-increment value  lastdrive  = 255 "
+                                "\n we have already processed a possibly valid dev/sg255";
+    std::string rows;
+    std::string lines;
+    for (int i = 0; i < kNodes; ++i) {
+        const std::string node = std::to_string(i);
+        const std::string model = "NODE " + node;
+        rows += "\n\t<serviceData>\n\t\t<name>Storage</name>\n\t\t<value>\n\t\t\t<Storage version=\"1\">"
+                "\n\t\t\t\t<Index IsKey=\"1\">" +
+                std::to_string(i + 1) +
+                "</Index>"
+                "\n\t\t\t\t<ID IsKey=\"1\">4a7d1ed414474e4033ac29ccb8653d9b</ID>" // MD5 of "0000"
+                "\n\t\t\t\t<Type>Unknown</Type>"
+                "\n\t\t\t\t<Model>" +
+                model +
+                "</Model>"
+                "\n\t\t\t\t<Manufacturer>MAKER</Manufacturer>"
+                "\n\t\t\t\t<SerialNumber></SerialNumber>"
+                "\n\t\t\t\t<Cylinders>0</Cylinders>"
+                "\n\t\t\t\t<Sectors>0</Sectors>"
+                "\n\t\t\t\t<Heads>0</Heads>"
+                "\n\t\t\t\t<TotalSize>0</TotalSize>"
+                "\n\t\t\t\t<SecurityEnabled>Unsupported</SecurityEnabled>"
+                "\n\t\t\t</Storage>\n\t\t</value>\n\t</serviceData>\n";
+        lines += "\nSCSI name=>/dev/sg" + node + "<\nSCSI errorcode=>0<\nSCSI resolveSCSItype=>1<" +
+                 (i == kNodes - 1 ? stopped : "") + "\nAdd SCSI index=>" + node + "< type=>1< model=>" + model +
+                 "< manufac=>MAKER< serial=>< cyl=>0< sectors=>0< heads=>0< size KB=>0<";
+    }
+    EXPECT_EQ(result.report, withInserted(bare.report, "\n\t<serviceData>\n\t\t<name>Regional</name>", rows));
+    const std::string log = withInserted(bare.log, "\nexit SCSI <", lines);
+    EXPECT_EQ(result.log,
+              withInserted(log, "\n Sun Sep  9 01:46:40 2001\n  exit gatherFloppyDriveInformation()", stopped));
 }
