@@ -10,24 +10,15 @@ static bool liesWithin(const CodeTable& table, uint64_t offset, uint64_t count, 
     return offset <= table.size && count <= (table.size - offset) / entrySize;
 }
 
-static bool checkSubstitution(const CodeTable& table)
-{
-    const unsigned char* both = table.at(kSubstitutionOffset);
-    return both[0] <= kMaxCodeLength && both[kSubstitutionSize] <= kMaxCodeLength;
-}
-
 // Rows of two-byte characters may lie anywhere and share their parts; what is outside the file is unmapped.
-static bool resolveDbcsRows(CodeTable& table)
+static void resolveDbcsRows(CodeTable& table)
 {
-    const uint32_t area = load32(table.at(kMappingAreaOffset));
-    if (area > table.size)
-        return false;
+    const uint64_t area = load32(table.at(kMappingAreaOffset));
     for (size_t lead = 0; lead < table.rowOffsets.size(); ++lead) {
         const uint32_t row = load16(table.at(kRowsOffset + 2 * lead));
         const uint64_t offset = area + uint64_t{row} * kDbcsRowUnit;
         table.rowOffsets[lead] = offset < table.size ? static_cast<uint32_t>(offset) : table.size;
     }
-    return true;
 }
 
 static bool checkMbcsRow(const CodeTable& table, uint32_t row, unsigned trailBytes)
@@ -74,27 +65,22 @@ struct GbArray {
     uint32_t values;
 
     bool has(uint64_t index, uint64_t wanted) const { return index <= count && wanted <= count - index; }
-    uint16_t word(uint64_t index) const { return load16(words + 2 * index); }
+    uint16_t word(uint64_t index) const { return has(index, 1) ? load16(words + 2 * index) : kNoValue; }
 };
 
-static bool valueOfRange(const GbArray& array, uint64_t range, uint32_t index, uint16_t* value)
+static uint16_t valueOfRange(const GbArray& array, uint64_t range, uint32_t index)
 {
     const uint32_t steps = index - array.word(range);
     const uint16_t kind = array.word(range + 2);
     const uint16_t parameter = array.word(range + 3);
     if (kind == kGbKindOffset)
-        *value = static_cast<uint16_t>(parameter + steps);
-    if (kind != kGbKindValues)
-        return true;
-    const uint64_t entry = uint64_t{array.values} + parameter + steps;
-    if (!array.has(entry, 1))
-        return false;
-    *value = array.word(entry);
-    return true;
+        return static_cast<uint16_t>(parameter + steps);
+    return kind == kGbKindValues ? array.word(uint64_t{array.values} + parameter + steps) : kNoValue;
 }
 
 // Every index of one bucket. A range that one index has passed is passed by all later ones, so one walk serves all.
-static bool expandBucket(const GbArray& array, uint32_t bucket, std::vector<uint16_t>& linear)
+// Where it leaves the file, nothing more is mapped.
+static void expandBucket(const GbArray& array, uint32_t bucket, std::vector<uint16_t>& linear)
 {
     uint64_t range = array.ranges + uint64_t{array.word(uint64_t{array.buckets} + bucket)} * kGbRangeWords;
     const uint32_t first = bucket << kGbBucketShift;
@@ -102,11 +88,10 @@ static bool expandBucket(const GbArray& array, uint32_t bucket, std::vector<uint
         while (array.has(range, kGbRangeWords) && index >= array.word(range) && index > array.word(range + 1))
             range += kGbRangeWords;
         if (!array.has(range, kGbRangeWords))
-            return false;
-        if (index >= array.word(range) && !valueOfRange(array, range, index, &linear[index]))
-            return false;
+            return;
+        if (index >= array.word(range))
+            linear[index] = valueOfRange(array, range, index);
     }
-    return true;
 }
 
 // Writes the range lists out once, so that a look-up is one read.
@@ -118,34 +103,32 @@ static bool expandGb18030(CodeTable& table)
     const size_t start = subHeader + kGbSubHeaderSize;
     const GbArray array = {table.at(start), (table.size - start) / 2, load32(table.at(subHeader + kGbRangesBase)),
                            load32(table.at(subHeader + kGbBucketsBase)), load32(table.at(subHeader + kGbValuesBase))};
-    if (!array.has(array.buckets, kGbBucketCount))
-        return false;
     table.linear.assign(kGbIndexEnd + 1, kNoValue);
     for (uint32_t bucket = 0; bucket < kGbBucketCount; ++bucket)
-        if (!expandBucket(array, bucket, table.linear))
-            return false;
+        expandBucket(array, bucket, table.linear);
     return true;
 }
 
-static bool resolveReverse(CodeTable& table)
+// A table that others made may hold anything where ours have their reverse arrays: what is none of them is left alone,
+// and the table converts towards Unicode.
+static void resolveReverse(CodeTable& table)
 {
     const uint32_t index = load32(table.at(kReverseIndexOffset));
     if (index == 0)
-        return true;
+        return;
     const uint32_t indexCount = load32(table.at(kReverseIndexCount));
     const uint32_t rows = load32(table.at(kReverseRowsOffset));
     const uint32_t rowCount = load32(table.at(kReverseRowsCount));
     const size_t rowSize = kReverseRowCodes * reverseCodeSize(table.family);
     if (indexCount > kMaxReverseRows || !liesWithin(table, index, indexCount, 2) ||
         !liesWithin(table, rows, rowCount, rowSize))
-        return false;
+        return;
     for (uint32_t i = 0; i < indexCount; ++i) {
         const uint16_t row = load16(table.at(index + 2 * size_t{i}));
         if (row != kNoValue && row >= rowCount)
-            return false;
+            return;
     }
     table.reverse = {table.at(index), indexCount, table.at(rows)};
-    return true;
 }
 
 static bool resolveForward(CodeTable& table)
@@ -153,7 +136,8 @@ static bool resolveForward(CodeTable& table)
     switch (table.family) {
     case Family::AsciiDbcs:
     case Family::EbcdicDbcs:
-        return resolveDbcsRows(table);
+        resolveDbcsRows(table);
+        return true;
     case Family::AsciiMbcs:
         return resolveMbcsRows(table);
     case Family::Gb18030:
@@ -178,7 +162,8 @@ std::shared_ptr<const CodeTable> parseTable(std::vector<unsigned char> file)
     table->bytes.resize(table->size + kDbcsRowSize, 0xFF);
     const bool ebcdic = load16(table->at(kMarkerOffset)) == kEbcdicSbcsMarker;
     table->family = ebcdic ? Family::EbcdicSbcs : static_cast<Family>(load16(table->at(kFamilyOffset)));
-    if (!checkSubstitution(*table) || !resolveForward(*table) || !resolveReverse(*table))
+    if (!resolveForward(*table))
         return nullptr;
+    resolveReverse(*table);
     return table;
 }

@@ -43,11 +43,11 @@ static const ConverterFamily* convertersOf(Family family)
     return &kOsPassThrough;
 }
 
-// Length and bytes at the offset; a length of 0 leaves the default.
+// Length and bytes at the offset; a length of 0, and one that no code has, leaves the default.
 static void readSubstitution(const CodeTable& table, size_t offset, CodeBytes& code)
 {
     const unsigned char length = *table.at(offset);
-    if (length == 0)
+    if (length == 0 || length > TableLayout::kMaxCodeLength)
         return;
     code.length = length;
     memcpy(code.bytes, table.at(offset + 1), TableLayout::kMaxCodeLength);

@@ -20,7 +20,7 @@ namespace TableLayout
 {
 
 constexpr size_t kMinSize = 1760;
-constexpr size_t kMaxSize = size_t{1} << 20; // the largest shipped table has 600 KB
+constexpr size_t kMaxSize = size_t{4} << 20; // the largest shipped table has 600 KB
 
 // The header.
 constexpr size_t kMappingAreaOffset = 0; // u32

@@ -94,6 +94,13 @@ TEST_F(KstTest, NullTextIsEmpty)
     EXPECT_EQ(kst_from_ucs2(nullptr, nullptr, 5, out, 4), 0u);
 }
 
+TEST_F(KstTest, AWideTextEndsAtItsTerminator)
+{
+    char out[4] = "###";
+    EXPECT_EQ(kst_from_ucs2(nullptr, u"ab", -1, out, 4), 3u);
+    EXPECT_STREQ(out, "ab");
+}
+
 TEST_F(KstTest, ALatin1ByteBecomesTwo)
 {
     setenv("KST_CODESET", "iso-8859-1", 1);
