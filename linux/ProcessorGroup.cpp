@@ -1,5 +1,6 @@
 #include "linux/ProcessorGroup.h"
 
+#include <algorithm>
 #include <sys/sysinfo.h>
 #include <unistd.h>
 #include <utility>
@@ -8,6 +9,9 @@
 #include "com/VexDebug.h"
 #include "com/VexTable.h"
 #include "linux/ProcessorFacts.h"
+
+// Twice what any kernel runs on: a count that only a forged list can give must not fill the memory with rows.
+static constexpr int32_t kMaxProcessors = 16384;
 
 ProcessorGroup::ProcessorGroup() : VexGroup(GROUP_PROCESSOR, 1) {}
 
@@ -46,7 +50,8 @@ VexTable* ProcessorGroup::getTable()
     CpuInfo cpu = readKernelFacts();
     const FirmwareProcessor firmware = askFirmware();
     ProcessorFacts facts = mergeFacts(std::move(cpu), firmware);
-    const int32_t count = countProcessors(available, facts.cpu, facts.features, firmware.populatedSockets);
+    const int32_t count =
+        std::min(countProcessors(available, facts.cpu, facts.features, firmware.populatedSockets), kMaxProcessors);
     facts.family = decideFamily(facts.cpu, firmware.family);
     const OwnedText id = processorId(facts);
     for (int32_t index = 1; index <= count; ++index)

@@ -25,6 +25,18 @@ static FakeMachine machineOf(int processors, const std::string& siblings, const 
     return machine;
 }
 
+TEST(Processor, aCountThatNoKernelHasDoesNotFillTheMemory)
+{
+    FakeMachine machine;
+    machine.conf("nprocs 16777217");
+    ScanOptions options;
+    options.secondsAllowed = 120;
+    const ScanResult result = machine.scan(options);
+    ASSERT_TRUE(result.ended()) << result.errors;
+    EXPECT_EQ(result.rows("Processor").size(), 16384u);
+    EXPECT_TRUE(result.logHas("get_nprocs() count=16777217"));
+}
+
 // Memory with a structure table of these records.
 static std::string firmware(const std::string& records)
 {
