@@ -152,9 +152,7 @@ int disk_size(int fd, unsigned long long* sectors)
     const int result = ioctl(fd, BLKGETSIZE, &count);
     if (result < 0)
         return result;
-    // A 32-bit process is refused a count that its long cannot hold; the report does not depend on the build.
-    if (count > UINT32_MAX)
-        return -1;
+    // A 32-bit process is refused a count that its long cannot hold; for a longer one the size in bytes is believed.
     const auto count32 = static_cast<unsigned long long>(static_cast<int32_t>(count));
     uint64_t bytes = 0;
     const bool hasBytes = ioctl(fd, BLKGETSIZE64, &bytes) >= 0 && bytes != 0 && bytes != count32;

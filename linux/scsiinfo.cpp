@@ -44,7 +44,7 @@ struct Reply {
     }
 };
 
-// True when the device gave a whole, good answer; else the reply is all zero.
+// True when the device gave a whole, good answer. A part of one is zeroed; a whole one with a bad result stays.
 bool ask(scsiinfo* device, const Command& command, Reply* reply, unsigned replyLength = kReplyLength)
 {
     memcpy(request + kHeaderSize, command, kCommandLength);
@@ -102,11 +102,12 @@ int scsiinfo::doSCSIcmd(unsigned cmdLen, unsigned inLen, char* cmdBuf, unsigned 
     const ssize_t count = read(node_.descriptor(), outBuf, replySize);
     if (count < 0)
         perror("");
+    if (count != static_cast<ssize_t>(replySize)) {
+        memset(outBuf, 0, replySize); // a part of an answer is none
+        return static_cast<int>(count);
+    }
     memcpy(&header, outBuf, sizeof header);
-    if (count == static_cast<ssize_t>(replySize) && header.result == 0)
-        return 0;
-    memset(outBuf, 0, replySize); // what a failed command left behind is no answer
-    return static_cast<int>(count);
+    return header.result == 0 ? 0 : static_cast<int>(count);
 }
 
 uint32_t scsiinfo::getinteger(const char* bytes, int n)

@@ -124,7 +124,7 @@ TEST_F(ScsiInfo, aCdRomIsAskedForNothingButItsNames)
 TEST_F(ScsiInfo, aDeviceThatFailsModeSenseHasNoGeometry)
 {
     replyInquiry(0);
-    reply(14, "\xff\xff\xff\xff", 5); // a result that is not 0
+    reply(0, "", 5);                  // a result that is not 0
     send(Bytes(kHeader + 254, 0xff)); // a short answer
     reply(3, std::string("\x02"
                          "AB"));
@@ -138,6 +138,18 @@ TEST_F(ScsiInfo, aDeviceThatFailsModeSenseHasNoGeometry)
     EXPECT_EQ(device.sector_size(), 0u);
     EXPECT_EQ(device.totalsize(), 0u);
     EXPECT_STREQ(device.serialnumber(), "AB");
+}
+
+TEST_F(ScsiInfo, modePagesCountWhateverTheirResultIs)
+{
+    replyInquiry(0);
+    reply(14, std::string("\x00\x04\x00\x10", 4), 2);
+    reply(22, std::string("\x00\x3f\x02\x00", 4), 2);
+    const scsiinfo device = probe();
+    EXPECT_EQ(device.numcylinders(), 1024u);
+    EXPECT_EQ(device.numheads(), 16u);
+    EXPECT_EQ(device.numsectors(), 63u);
+    EXPECT_EQ(device.sector_size(), 512u);
 }
 
 TEST_F(ScsiInfo, aDeviceThatFailsInquiryHasTypeZeroAndIsAskedOn)
@@ -248,7 +260,7 @@ TEST_F(ScsiInfo, aCommandOfTwelveBytesSaysSoInItsHeader)
     EXPECT_EQ(header.reply_len, 36);
 }
 
-TEST_F(ScsiInfo, aFailedCommandGivesTheCountThatWasReadAndAnEmptyReply)
+TEST_F(ScsiInfo, aFailedCommandGivesTheCountThatWasReadAndAShortReplyIsEmpty)
 {
     reply(0, "\x05");
     scsiinfo device(ends_[0]);
@@ -259,7 +271,7 @@ TEST_F(ScsiInfo, aFailedCommandGivesTheCountThatWasReadAndAnEmptyReply)
     EXPECT_EQ(device.doSCSIcmd(6, 0, buffer, 10, answer), 40);
     EXPECT_EQ(std::string(answer, sizeof answer), std::string(sizeof answer, '\0'));
     EXPECT_EQ(device.doSCSIcmd(6, 0, buffer, 10, answer), int(kHeader + 10));
-    EXPECT_EQ(std::string(answer, sizeof answer), std::string(sizeof answer, '\0'));
+    EXPECT_EQ(std::string(answer, sizeof answer), std::string(sizeof answer, '\1'));
 }
 
 TEST_F(ScsiInfo, numbersAreBigEndian)
@@ -271,4 +283,15 @@ TEST_F(ScsiInfo, numbersAreBigEndian)
     EXPECT_EQ(scsiinfo::getinteger(bytes, 2), 0x8102u);
     EXPECT_EQ(scsiinfo::getinteger(bytes, 4), 0x81020304u);
     EXPECT_EQ(scsiinfo::getinteger(bytes, 5), 0x02030405u);
+}
+
+TEST_F(ScsiInfo, aRequestThatCannotBeWrittenIsNotWaitedFor)
+{
+    reply(0, "\x05");
+    scsiinfo device(ends_[0]);
+    close(ends_[0]);
+    char buffer[kHeader + 6] = {};
+    char answer[kHeader + 10];
+    EXPECT_EQ(device.doSCSIcmd(6, 0, buffer, 10, answer), -1);
+    EXPECT_EQ(std::string(answer, sizeof answer), std::string(sizeof answer, '\0'));
 }
