@@ -111,14 +111,15 @@ bool copyMifChanged(FILE* from, FILE* to, const MifChange& change)
            fseeko(from, change.offset + static_cast<off_t>(change.oldLength), SEEK_SET) == 0 && copyBytes(from, to, -1);
 }
 
-// Opens the file for reading and tells its owner and mode; null when it is not there or no plain file (a pipe planted
-// under its name would hold the scan up).
+// Opens the file for reading and tells its owner and mode; null when it is not there or a device (a pipe planted under
+// its name would hold the scan up). A folder opens, and has no lines.
 static FILE* openMif(struct stat* status)
 {
     const int descriptor = open(kMifName, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (descriptor < 0)
         return nullptr;
-    FILE* const stream = fstat(descriptor, status) == 0 && S_ISREG(status->st_mode) ? fdopen(descriptor, "r") : nullptr;
+    const bool isSafe = fstat(descriptor, status) == 0 && (S_ISREG(status->st_mode) || S_ISDIR(status->st_mode));
+    FILE* const stream = isSafe ? fdopen(descriptor, "r") : nullptr;
     if (stream == nullptr)
         close(descriptor);
     return stream;

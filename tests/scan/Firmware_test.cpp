@@ -1,6 +1,7 @@
 // Whole scans of machines whose physical memory can be read: the anchors, the entry point and the three groups that the
 // firmware fills.
 
+#include <filesystem>
 #include <gtest/gtest.h>
 
 #include "FakeMachine.h"
@@ -176,6 +177,27 @@ TEST(SmbiosGroup, mifTakesTheFirmwaresDate)
     result = FakeMachine().memory(memory).scan();
     EXPECT_EQ(result.files.count("hwxbios.mif"), 0u);
     EXPECT_TRUE(result.logHas("\n  hwxbios.mif not found."));
+}
+
+TEST(SmbiosGroup, aMifThatMayNotBeWrittenStays)
+{
+    FakeMachine machine;
+    machine.memory("structures at 0xE0010\n" + kBios + "struct type 127 { }\n" + kEntry);
+    machine.conf("error access hwxbios.mif EACCES").startFile("hwxbios.mif", kMif + "\"01/02/03\"\nEnd\n");
+    ScanResult result = machine.scan();
+    EXPECT_EQ(result.files["hwxbios.mif"], kMif + "\"01/02/03\"\nEnd\n");
+    EXPECT_EQ(result.files.size(), 2u) << "the log and the MIF, nothing left over";
+    EXPECT_TRUE(result.logHas("\n  Rewriting hwxbios.mif file."
+                              "\n  It is not possible to open hwxbios.mif to rewrite."));
+}
+
+TEST(SmbiosGroup, aFolderInTheMifsPlaceHasNoDateToReplace)
+{
+    FakeMachine machine;
+    machine.memory("structures at 0xE0010\n" + kBios + "struct type 127 { }\n" + kEntry);
+    std::filesystem::create_directory(machine.workingFolder() + "/hwxbios.mif");
+    EXPECT_TRUE(machine.scan().logHas("\n  Date is: 2004-07-15"
+                                      "\n  Leaving hwxbios_mif_rewrite [hwxbios.mif not replaced]."));
 }
 
 static std::string device(const std::string& fields, const std::string& strings)
