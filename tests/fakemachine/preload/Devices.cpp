@@ -141,13 +141,14 @@ FAKE(int, socket, int family, int type, int protocol)
 
 static constexpr uint64_t kPage = 4096; // of the processor family; machine.conf changes what is reported only
 
-// A private copy: it has the bytes of the machine and, beyond its end, none to fault on.
-static void* mapMemory(size_t length, int protection, int64_t offset)
+// A private copy of whole pages: it has the bytes of the machine and, beyond its end, none to fault on.
+static void* mapMemory(size_t wanted, int protection, int64_t offset)
 {
     static auto* const real = realFunction<void*(void*, size_t, int, int, int, off64_t)>("mmap64");
     static auto* const realUnmap = realFunction<int(void*, size_t)>("munmap");
     Machine& machine = Machine::instance();
     const uint64_t start = static_cast<uint64_t>(offset);
+    const size_t length = (wanted + kPage - 1) / kPage * kPage;
     const uint64_t end = (machine.memory().size() + kPage - 1) / kPage * kPage;
     const int error = machine.conf().errorOf("mmap", "/dev/mem");
     if (error != 0 || start % kPage != 0 || length == 0 || start > end || length > end - start) {
