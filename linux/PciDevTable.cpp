@@ -4126,7 +4126,7 @@ constexpr PciDevice PciDevTable[] = {
     {0xEDD8, 0xA0B1, "ARK2000MI+", "GUI Accelerator"},
     {0xFA57, 0x0001, "PMC", "Pattern Matching Chip"},
     {0xFFFF, 0xFFFF, "NO-DEVICE", "No device on PCI bus"},
-    {0, 0, nullptr, nullptr},
+    {0, 0, "", ""},
 };
 // clang-format on
 

@@ -1,5 +1,6 @@
 #include "linux/PciNames.h"
 
+#include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -16,24 +17,33 @@ static bool isEmpty(const char* text)
     return *text == '\0';
 }
 
+// A name that is longer than the report's is cut.
+__attribute__((format(printf, 2, 3))) static void setName(char* name, const char* format, ...)
+{
+    va_list arguments;
+    va_start(arguments, format);
+    vsnprintf(name, kNameSize, format, arguments);
+    va_end(arguments);
+}
+
 // The name by the device's own record; name stays empty when the record has no text at all.
 static void nameByRecord(char* name, const char* vendorName, const PciDevice& device)
 {
     if (!isEmpty(device.chipName) && !isEmpty(device.description))
-        snprintf(name, kNameSize, "%s %s (%s)", vendorName, device.chipName, device.description);
+        setName(name, "%s %s (%s)", vendorName, device.chipName, device.description);
     else if (!isEmpty(device.chipName))
-        snprintf(name, kNameSize, "%s %s", vendorName, device.chipName);
+        setName(name, "%s %s", vendorName, device.chipName);
     else if (!isEmpty(device.description))
-        snprintf(name, kNameSize, "%s %s", vendorName, device.description);
+        setName(name, "%s %s", vendorName, device.description);
 }
 
 // The name of a device that has no record of its own.
 static void nameByClass(char* name, const char* vendorName, const char* classText)
 {
     if (isEmpty(classText))
-        snprintf(name, kNameSize, "%s device", vendorName);
+        setName(name, "%s device", vendorName);
     else
-        snprintf(name, kNameSize, "%s (%s)", vendorName, classText);
+        setName(name, "%s (%s)", vendorName, classText);
 }
 
 char* lookupPCI(unsigned long vendorId, unsigned long deviceId, const char* classText)
@@ -47,7 +57,7 @@ char* lookupPCI(unsigned long vendorId, unsigned long deviceId, const char* clas
     const PciVendor* const vendor = findPciVendor(vendorNumber);
     if (vendor == nullptr) {
         if (!isEmpty(classText))
-            snprintf(name, kNameSize, "(%s)", classText);
+            setName(name, "(%s)", classText);
         return name;
     }
     const char* const vendorName = isEmpty(vendor->shortName) ? vendor->fullName : vendor->shortName;

@@ -5,19 +5,22 @@
 
 // Names of PCI vendors and devices by their numbers, for devices that the kernel cannot name.
 
+// The texts stand in the rows: more than 5,000 rows of pointers would have to be relocated at the start of every scan,
+// whether it looks anything up or not. A text that does not fit does not compile.
+
 /// One vendor.
 struct PciVendor {
-    uint32_t vendorId;     // 16 bits
-    const char* shortName; // may be empty
-    const char* fullName;
+    uint32_t vendorId;  // 16 bits
+    char shortName[52]; // may be empty
+    char fullName[48];
 };
 
 /// One device of a vendor; at most one of the names is empty.
 struct PciDevice {
     uint16_t vendorId;
     uint16_t deviceId;
-    const char* chipName;
-    const char* description;
+    char chipName[52];
+    char description[104];
 };
 
 // Both tables have one all-zero row behind the counted ones.

@@ -1485,7 +1485,7 @@ constexpr PciVendor PciVenTable[] = {
     {0xFA57, "Interagon", "Interagon AS"},
     {0xFFFE, "VMware", "VMware Inc."},
     {0xFFFF, "BAD!", "ILLEGITIMATE VENDOR ID"},
-    {0, nullptr, nullptr},
+    {0, "", ""},
 };
 // clang-format on
 

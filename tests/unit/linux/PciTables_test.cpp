@@ -7,10 +7,10 @@ TEST(PciTables, areInAscendingOrderWithAnAllZeroRowAtTheEnd)
     EXPECT_TRUE(isAscending(PciVenTable, PciVenTableCount));
     EXPECT_TRUE(isAscending(PciDevTable, PciDevTableCount));
     const PciVendor& vendorEnd = PciVenTable[PciVenTableCount];
-    EXPECT_TRUE(vendorEnd.vendorId == 0 && vendorEnd.shortName == nullptr && vendorEnd.fullName == nullptr);
+    EXPECT_TRUE(vendorEnd.vendorId == 0 && vendorEnd.shortName[0] == '\0' && vendorEnd.fullName[0] == '\0');
     const PciDevice& deviceEnd = PciDevTable[PciDevTableCount];
-    EXPECT_TRUE(deviceEnd.vendorId == 0 && deviceEnd.deviceId == 0 && deviceEnd.chipName == nullptr &&
-                deviceEnd.description == nullptr);
+    EXPECT_TRUE(deviceEnd.vendorId == 0 && deviceEnd.deviceId == 0 && deviceEnd.chipName[0] == '\0' &&
+                deviceEnd.description[0] == '\0');
 }
 
 TEST(PciTables, aTableOutOfOrderIsNoticed)
