@@ -6,6 +6,7 @@
 
 #include "SMBIOS/SMBIOSTable.h"
 #include "com/Owned.h"
+#include "tests/unit/Capture.h"
 #include "tests/unit/SMBIOS/TableBuilder.h"
 
 // A version of the standard: the lengths that its structures have, and which version tests its tables pass (3.0 and 3.1
@@ -235,6 +236,11 @@ TEST_P(Records, oemStrings)
     EXPECT_STREQ(record->getString(1), "one");
     EXPECT_STREQ(record->getString(2), "two");
     EXPECT_EQ(record->getString(3), nullptr);
+    const std::string dump = capturedOutput([&] { record->dump(); });
+    const size_t title = dump.find("\nSMBIOS Table 11 Data - OEM Strings Information");
+    EXPECT_LT(title, dump.find("one"));
+    EXPECT_LT(dump.find("one"), dump.find("two"));
+    EXPECT_NE(dump.find("two"), std::string::npos);
 }
 
 TEST_P(Records, memoryArray)

@@ -131,6 +131,12 @@ TEST_F(PrintedValue, DumpOfTheOtherTypes)
     EXPECT_EQ(dumpedValue({1, 1089896709L}), "2004-07-15-13.05.09.000000");
 }
 
+TEST_F(PrintedValue, OfNoRecordIsNothing)
+{
+    EXPECT_EQ(capturedOutput([] { PrintVexAttribValue(nullptr); }), "");
+    EXPECT_EQ(writtenText([](FILE* stream) { PrintVexAttribValueToFile(stream, nullptr); }), "");
+}
+
 TEST_F(PrintedValue, DumpOfAnUnknownTypeSaysSo)
 {
     EXPECT_EQ(capturedOutput([] { PrintVexAttribValue(asRecord(recordOfType(10))); }),

@@ -97,8 +97,9 @@ TEST(KilobytesOfBlocks, countWholeAndLeftOverBlocks)
 
 TEST(KilobytesOfBlocks, saturateFrom4TerabytesOn)
 {
-    EXPECT_EQ(kilobytesOfBlocks(0x3FFFFFFF, 4096), 0xFFFFFFFCu); // the last size that fits
-    EXPECT_EQ(kilobytesOfBlocks(0xFFFFFFFF, 1024), 0xFFFFFFFFu); // its kilobytes are all ones
+    EXPECT_EQ(kilobytesOfBlocks(0x3FFFFFFF, 4096), 0xFFFFFFFCu);                      // the last size that fits
+    EXPECT_EQ(kilobytesOfBlocks(0xFFFFFFFF, 1024), 0xFFFFFFFFu);                      // its kilobytes are all ones
+    EXPECT_EQ(kilobytesOfBlocks(uint64_t{0x55555555} * 1024 + 1023, 3), 0xFFFFFFFFu); // only the sum is too large
     EXPECT_EQ(kilobytesOfBlocks(0x1FFFFFFFF, 512), 0xFFFFFFFFu);
     EXPECT_EQ(kilobytesOfBlocks(0x40000000, 4096), 0xFFFFFFFFu); // 4 TB: the product alone would wrap to 0
     EXPECT_EQ(kilobytesOfBlocks(0x40000000 + 25600, 4096), 0xFFFFFFFFu);

@@ -67,7 +67,7 @@ TEST_F(PartitionSwaps, aDeletedSwapFileHasTwoWordsForItsType)
 TEST_F(PartitionSwaps, linesWithMissingFieldsAndRemarksAreSkipped)
 {
     readAreas("\n/a\n/b file\n/c file 100\n/d file many 0\n/e file 100 x\n/f (deleted) file 100\n"
-              "/g (deleted) 100 0\n/h#1 file 100 0\n# /i file 100 0\n/j file 100 0\n");
+              "/g (deleted) 100 0\n/g (deleted)\n/h#1 file 100 0\n# /i file 100 0\n/j file 100 0\n");
     EXPECT_EQ(areas(), (Areas{"/j 100 100"}));
 }
 

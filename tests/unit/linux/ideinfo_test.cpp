@@ -170,3 +170,11 @@ TEST(IDEInfo, ofADeviceThatIsNotThereIsEmptyWithTheLastError)
     EXPECT_EQ(info.security_enabled(), -1);
     EXPECT_EQ(info.removable(), 1);
 }
+
+TEST(IDEDrive, aPathWithoutAFolderHasNoNode)
+{
+    const ideinfo drive("hda");
+    EXPECT_NE(drive.errorcode(), 0);
+    EXPECT_EQ(drive.numheads(), 0u);
+    EXPECT_EQ(drive.security_enabled(), -1);
+}
