@@ -1,8 +1,11 @@
 #!/usr/bin/env python3
-"""compare.py PROGRAM: times whole scans of this machine beside other inventory tools, those that are installed.
+"""compare.py BUILD-FOLDER: one table of whole programs' times.
 
-The commands take turns, so that a change of the machine's speed meets all of them. Every figure is the median over the
-rounds; the ratio is that of the tool's wall time to ours.
+First this machine: a scan beside other inventory tools, those that are installed, and beside the commands alone that the
+scan has to start. Then recorded machines, whose commands are answered by the recorded-machine library, so that what is left
+is the scan's own work (and the library's, which reads the record). Then machines that grow: what one more row costs.
+
+The commands take turns, so that a change of the machine's speed meets all of them. Every figure is a median over rounds.
 """
 
 import os
@@ -11,6 +14,8 @@ import statistics
 import subprocess
 import sys
 import tempfile
+
+import machines
 
 ROUNDS = 9
 
@@ -22,6 +27,15 @@ PEERS = {
     "facter": ["facter"],
 }
 
+RECORDED = ["nothing-readable", "redhat9-kernel24", "scsi-server", "modern-server"]
+
+BUILD = os.path.abspath(sys.argv[1])
+PROGRAM = BUILD + "/bin/invhw"
+MEASURE = BUILD + "/bin/measure"
+COMMAND_LOG = BUILD + "/lib/libcommandlog.so"
+FAKE_MACHINE = BUILD + "/lib/libfakemachine.so"
+RECORDS = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "machines")
+
 
 def forks_since_boot():
     with open("/proc/stat", encoding="ascii") as stat:
@@ -31,45 +45,113 @@ def forks_since_boot():
     return 0
 
 
-def run(command, folder):
-    """Runs command once; returns wall ms, CPU ms with its children, peak KiB of its largest process, children.
+class Run:
+    """A command, the folder that it runs in, and the figures of its rounds."""
 
-    None when the command does not end by itself on this machine."""
-    measure = os.path.join(os.path.dirname(os.path.abspath(sys.argv[1])), "measure")
-    forks = forks_since_boot()
-    result = subprocess.run([measure, folder, *command], capture_output=True, text=True, check=False)
-    if result.returncode != 0:
-        return None
-    children = max(0, forks_since_boot() - forks - 2)  # less the command itself and the one that measures it
-    wall, cpu, peak = (float(figure) for figure in result.stdout.split())
-    return wall, cpu, peak, children
+    def __init__(self, words, folder, environment=None):
+        self.words = words
+        self.folder = folder
+        self.environment = environment
+        self.figures = []
+        self.fails = False
+
+    def once(self, counts):
+        forks = forks_since_boot()
+        result = subprocess.run(
+            [MEASURE, self.folder, *self.words], env=self.environment, capture_output=True, text=True, check=False
+        )
+        if result.returncode != 0:
+            self.fails = True
+        elif counts:
+            children = max(0, forks_since_boot() - forks - 2)  # less the command and the one that measures it
+            self.figures.append([float(figure) for figure in result.stdout.split()] + [children])
+
+    def median(self, column):
+        return statistics.median(figures[column] for figures in self.figures)
+
+    def least(self, column):
+        return min(figures[column] for figures in self.figures)
 
 
-def main():
-    program = os.path.abspath(sys.argv[1])
-    commands = {"invhw": [program]}
-    commands.update({name: words for name, words in PEERS.items() if shutil.which(words[0])})
+def run_in_turn(runs):
+    for round_number in range(ROUNDS + 1):
+        for one in runs:
+            if not one.fails:
+                one.once(counts=round_number > 0)  # the first round warms the caches
+
+
+def scan_of(machine, folder):
+    """A scan of a recorded machine, in an empty environment."""
+    environment = {"FAKEMACHINE": machine, "FAKEMACHINE_PASS": BUILD, "TZ": "UTC0", "PATH": os.environ["PATH"]}
+    return Run(["env", "LD_PRELOAD=" + FAKE_MACHINE, PROGRAM], folder, environment)
+
+
+def commands_of_a_scan(folder):
+    log = folder + "/commands"
+    environment = dict(os.environ, LD_PRELOAD=COMMAND_LOG, COMMANDLOG=log)
+    subprocess.run([PROGRAM], cwd=folder, env=environment, stdout=subprocess.DEVNULL, check=True)
+    return log
+
+
+def cell(value, decimals=1):
+    return "-" if value is None else f"{value:.{decimals}f}"
+
+
+def line(name, *cells):
+    print(f"{name:<30}" + "".join(f"{text:>11}" for text in cells))
+
+
+def this_machine(folder):
+    invhw = Run([PROGRAM], folder)
+    log = commands_of_a_scan(folder)
+    alone = Run(["--commands", log], folder)
+    peers = {name: Run(words, folder) for name, words in PEERS.items() if shutil.which(words[0])}
+    run_in_turn([invhw, alone, *peers.values()])
+
+    print(f"this machine; medians of {ROUNDS} rounds in turn; ratios are the tool's to invhw's")
+    line("", "wall ms", "CPU ms", "own ms", "peak KiB", "children", "wall ratio", "CPU ratio")
+    line("invhw", cell(invhw.median(0)), cell(invhw.median(1)), cell(invhw.median(2)), cell(invhw.median(3), 0),
+         cell(invhw.least(4), 0))
+    with open(log, encoding="utf-8", errors="replace") as commands:
+        count = len(commands.readlines())
+    line(f"its {count} commands alone", cell(alone.median(0)), cell(alone.median(1)), "-", "-", cell(alone.least(2), 0),
+         cell(alone.median(0) / invhw.median(0), 2), cell(alone.median(1) / invhw.median(1), 2))
+    for name, peer in peers.items():
+        if peer.fails:
+            line(name, "fails here")
+            continue
+        line(name, cell(peer.median(0)), cell(peer.median(1)), cell(peer.median(2)), cell(peer.median(3), 0),
+             cell(peer.least(4), 0), cell(peer.median(0) / invhw.median(0)), cell(peer.median(1) / invhw.median(1)))
     missing = [name for name, words in PEERS.items() if not shutil.which(words[0])]
-    runs = {name: [] for name in commands}
-    with tempfile.TemporaryDirectory() as folder:
-        for round_number in range(ROUNDS + 1):
-            for name, words in list(commands.items()):
-                figures = run(words, folder)
-                if figures is None:
-                    print(f"{name} fails on this machine")
-                    del commands[name], runs[name]
-                elif round_number > 0:  # the first round warms the caches
-                    runs[name].append(figures)
-
-    print(f"whole scans of this machine, medians of {ROUNDS} rounds in turn")
-    print(f"{'program':<12} {'wall ms':>10} {'cpu ms':>10} {'peak KiB':>10} {'children':>9} {'wall ratio':>11}")
-    ours = statistics.median(figures[0] for figures in runs["invhw"])
-    for name, figures in runs.items():
-        wall, cpu, peak = (statistics.median(column) for column in list(zip(*figures))[:3])
-        children = min(figure[3] for figure in figures)  # other programs' processes only add to the count
-        print(f"{name:<12} {wall:>10.1f} {cpu:>10.1f} {peak:>10.0f} {children:>9} {wall / ours:>11.1f}")
     if missing:
         print("not installed (./dev bench --install): " + ", ".join(missing))
 
 
-main()
+def recorded_machines(folder):
+    runs = {name: scan_of(os.path.join(RECORDS, name), folder) for name in RECORDED}
+    run_in_turn(runs.values())
+    print("\nrecorded machines: the scan without its children, the library that plays the machine included")
+    line("", "wall ms", "own ms", "peak KiB")
+    for name, run in runs.items():
+        line(name, cell(run.median(0)), cell(run.median(2)), cell(run.median(3), 0))
+
+
+def growing_machines(folder):
+    print("\nmachines that grow: own milliseconds of a scan, and what a row adds to those of the machine without any")
+    line("", "rows", "own ms", "us a row", "peak KiB")
+    for what, (make, counts) in machines.GROWING.items():
+        runs = {}
+        for count in [0, *counts]:
+            machine = os.path.join(folder, f"machine-{what}-{count}".replace(" ", "-").replace("/", "-"))
+            make(machine, count)
+            runs[count] = scan_of(machine, folder)
+        run_in_turn(runs.values())
+        for count in counts:
+            added = runs[count].median(2) - runs[0].median(2)
+            line(what, count, cell(runs[count].median(2), 2), cell(1000 * added / count, 2), cell(runs[count].median(3), 0))
+
+
+with tempfile.TemporaryDirectory() as scratch:
+    this_machine(scratch)
+    recorded_machines(scratch)
+    growing_machines(scratch)
