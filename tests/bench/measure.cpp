@@ -1,13 +1,14 @@
 // measure FOLDER COMMAND [ARG...]: runs a command once in the folder, its streams on /dev/null, and prints wall
 // milliseconds, CPU milliseconds with its children, CPU milliseconds of its own (0 where the kernel does not tell) and
 // the peak KiB of its largest process. A small program of its own, because a process starts with the peak of the one
-// that started it.
+// that started it. $MEASURE_PRELOAD is preloaded into the command.
 //
 // measure FOLDER --commands FILE: runs each line of the file once through the shell, as a scan does, and prints the
 // sums of their wall and CPU milliseconds.
 
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <string>
@@ -50,6 +51,8 @@ static int measureCommand(char** words)
         const int null = open("/dev/null", O_RDWR);
         if (dup2(null, 0) < 0 || dup2(null, 1) < 0 || dup2(null, 2) < 0)
             _exit(126);
+        if (const char* const library = getenv("MEASURE_PRELOAD"))
+            setenv("LD_PRELOAD", library, 1);
         execvp(words[0], words);
         _exit(127);
     }
