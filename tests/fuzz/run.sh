@@ -12,7 +12,7 @@ for program in "$programs"/*_fuzz; do
     mkdir -p "$found"
     printf '== %s\n' "$name"
     "$program" -max_total_time="$seconds" -print_final_stats=1 -rss_limit_mb=2048 -timeout=10 \
-        -artifact_prefix="$found/" "$found" "$here/corpus/$name" 2>&1 | grep -E '^stat::number|ERROR|SUMMARY|artifact_prefix' || true
-    [ "${PIPESTATUS[0]}" -eq 0 ] || status=1
+        -artifact_prefix="$found/" "$found" "$here/corpus/$name" 2>&1 |
+        { grep -E '^stat::number|ERROR|SUMMARY|artifact_prefix' || true; } || status=1
 done
 exit $status

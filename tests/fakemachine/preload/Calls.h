@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cerrno>
 #include <dlfcn.h>
 #include <string_view>
 
@@ -13,6 +14,13 @@ template <typename Function>
 Function* realFunction(const char* name)
 {
     return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
+
+/// What most calls return on failure, errno set.
+inline int fails(int error)
+{
+    errno = error;
+    return -1;
 }
 
 /// One intercepted call, as long as it lasts. Calls that the library makes itself meanwhile are neither counted nor

@@ -32,12 +32,6 @@ static const char* nameOfRequest(unsigned long request)
     }
 }
 
-static int fails(int error)
-{
-    errno = error;
-    return -1;
-}
-
 static sockaddr internetAddress(uint32_t address)
 {
     sockaddr_in internet{};

@@ -16,12 +16,6 @@
 
 using namespace fakemachine;
 
-static int fails(int error)
-{
-    errno = error;
-    return -1;
-}
-
 static bool writes(int flags)
 {
     return (flags & O_ACCMODE) != O_RDONLY || (flags & O_TRUNC) != 0;

@@ -28,7 +28,6 @@ struct Source {
     std::unique_ptr<OpenNode> node;
     std::string text; // of a command
     size_t position = 0;
-    int exitStatus = 0;
 };
 
 // The commands that run, by their streams.

@@ -25,12 +25,6 @@ using namespace fakemachine;
 static constexpr int64_t kDefaultClock = 1000000000;
 static constexpr int kDefaultPageSize = 4096;
 
-static int fails(int error)
-{
-    errno = error;
-    return -1;
-}
-
 static const MachineConf& conf()
 {
     return Machine::instance().conf();
