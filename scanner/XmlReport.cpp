@@ -138,10 +138,8 @@ char* io_esc_fixn(char* out, const char* text)
     char* end = work.get();
     while (*text != '\0') {
         const int measured = mblen(text, MB_CUR_MAX);
-        if (measured == 0)
-            break;
         // A byte that is no character of the locale is copied alone.
-        const size_t length = measured < 0 ? 1 : static_cast<size_t>(measured);
+        const size_t length = measured < 1 ? 1 : static_cast<size_t>(measured);
         const char* escape = *text == '&' ? "&amp;" : *text == '<' ? "&lt;" : nullptr;
         if (escape != nullptr)
             end = stpcpy(end, escape);

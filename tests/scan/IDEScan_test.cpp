@@ -30,6 +30,11 @@ std::string valueOf(FakeMachine machine, const char* name)
 
 } // namespace
 
+TEST(IDEScan, anEmptyMediaFileTellsNoType)
+{
+    EXPECT_EQ(valueOf(withDevice("", ""), "Type"), "Unknown");
+}
+
 TEST(IDEScan, aDiskHasItsFigures)
 {
     FakeMachine machine = withDevice("disk\n", "HDIO_GET_IDENTITY serial \"WD-1\"\nHDIO_DRIVE_CMD word 128 0x0003\n");

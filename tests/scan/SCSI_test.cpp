@@ -214,3 +214,12 @@ TEST(SCSI, enumerationStopsForGoodAfter255Nodes)
     EXPECT_EQ(result.log,
               withInserted(log, "\n Sun Sep  9 01:46:40 2001\n  exit gatherFloppyDriveInformation()", stopped));
 }
+
+TEST(SCSI, aReplyThatCannotBeReadIsSaidOnStandardError)
+{
+    FakeMachine machine;
+    machine.device("/dev/sg0", "sg 12 00 00 00 ff 00 read-error EIO\n" + kGeometry);
+    const ScanResult result = machine.scan();
+    EXPECT_EQ(result.errors, "Input/output error\n");
+    EXPECT_EQ(drive(result, 0), "1|Hard Disk||||1024|63|16|504|Unsupported");
+}

@@ -280,6 +280,14 @@ TEST_F(CodeTableTest, SurrogatesInATableAreUnknownCharacters)
     kst_cs_free(handle);
 }
 
+TEST_F(CodeTableTest, ATableOfTheUtf8FamilyCopiesUtf8)
+{
+    const kst_handle handle = open(SmallTables::with16(SmallTables::singleByte(), kFamilyOffset, 6));
+    ASSERT_NE(handle, nullptr);
+    EXPECT_EQ(toUtf8(handle, "a\xC3\xA9\xFFz"), "a\xC3\xA9?z");
+    kst_cs_free(handle);
+}
+
 TEST_F(CodeTableTest, ANameWithoutTerminatorIsCut)
 {
     std::string bytes = SmallTables::singleByte();
