@@ -120,7 +120,7 @@ def this_machine(folder):
     run_in_turn([invhw, alone, *peers.values()])
 
     print(f"this machine; medians of {ROUNDS} rounds in turn; ratios are the tool's to invhw's")
-    line("", "wall ms", "CPU ms", "own ms", "peak KiB", "children", "wall ratio", "CPU ratio")
+    line("", "wall ms", "CPU ms", "own ms", "peak KiB", "children", "wall ratio", "CPU ratio", "own ratio")
     line("invhw", cell(invhw.median(0)), cell(invhw.median(1)), cell(invhw.median(2)), cell(invhw.median(3), 0),
          cell(invhw.least(-1), 0))
     with open(log, encoding="utf-8", errors="replace") as commands:
@@ -132,7 +132,7 @@ def this_machine(folder):
             line(name, "fails here")
             continue
         line(name, cell(peer.median(0)), cell(peer.median(1)), cell(peer.median(2)), cell(peer.median(3), 0),
-             cell(peer.least(-1), 0), cell(peer.median(0) / invhw.median(0)), cell(peer.median(1) / invhw.median(1)))
+             cell(peer.least(-1), 0), *(cell(peer.median(column) / invhw.median(column)) for column in (0, 1, 2)))
     missing = [name for name, words in PEERS.items() if not shutil.which(words[0])]
     if missing:
         print("not installed (./dev bench --install): " + ", ".join(missing))
