@@ -1,6 +1,10 @@
 #pragma once
 
+#include <memory>
 #include <ostream>
+#include <string>
+
+#include "scanner/XmlReport.h"
 
 // The documents that are made from the catalog, so that they cannot differ from what the program writes.
 
@@ -13,3 +17,9 @@ void writeSchema(std::ostream& out);
 /// Writes to standard output a report that holds every group with every attribute and every enumeration text that is
 /// XML: the schema must accept it.
 void writeSampleReport();
+
+/// The element that the report writes for a group or an attribute of this name.
+inline std::string elementName(const char* name)
+{
+    return std::unique_ptr<char[]>(spaceOut(name)).get();
+}

@@ -2,12 +2,10 @@
 #include "docs/generate/Documents.h"
 
 #include <iomanip>
-#include <memory>
 #include <string>
 
 #include "com/VexCatalog.h"
 #include "com/VexUtil.h"
-#include "scanner/XmlReport.h"
 
 namespace
 {
@@ -35,11 +33,6 @@ may meet one escapes them before it parses:
 
     sed -e 's/>UNIX-AT&T System/>UNIX-AT\&amp;T System/' -e 's/>Minix < 1\.4b/>Minix \&lt; 1.4b/' report.xml
 )";
-
-std::string elementName(const char* name)
-{
-    return std::unique_ptr<char[]>(spaceOut(name)).get();
-}
 
 // A text for a table's cell: "|" would end it, "<" would begin markup.
 std::string cell(const char* text)

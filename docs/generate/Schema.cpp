@@ -1,11 +1,9 @@
 #include "docs/generate/Documents.h"
 
-#include <memory>
 #include <set>
 #include <string>
 
 #include "com/VexCatalog.h"
-#include "scanner/XmlReport.h"
 
 namespace
 {
@@ -56,11 +54,6 @@ constexpr char kHead[] = R"xsd(<?xml version="1.0" encoding="UTF-8"?>
     </xs:restriction>
   </xs:simpleType>
 )xsd";
-
-std::string elementName(const char* name)
-{
-    return std::unique_ptr<char[]>(spaceOut(name)).get();
-}
 
 // A text for an attribute value of the schema.
 std::string quoted(const char* text)
