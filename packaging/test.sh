@@ -47,6 +47,8 @@ for architecture in amd64 i386; do
     tar -xzf "$packages"/invhw-*-"$architecture".tar.gz -C "$place"
     (cd "$place/run" && env -i "$place"/invhw-*/sbin/invhw >report.xml 2>errors)
     whole "$place/run/report.xml" || fail "$architecture archive: no whole report"
+    # What a scan as root leaves where there is no physical memory to read; other tools do not survive it.
+    [ ! -f /dev/mem ] || [ -s /dev/mem ] || rm -f /dev/mem
     rm -rf "$place"
     echo "package test: $architecture archive runs from any folder"
 done

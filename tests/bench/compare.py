@@ -73,12 +73,9 @@ class Run:
         return min(figures[column] for figures in self.figures)
 
 
-HAD_MEMORY = os.path.exists("/dev/mem")
-
-
 def remove_empty_memory():
-    """A scan as root leaves an empty /dev/mem where there was none; lshw and hwinfo do not survive that."""
-    if not HAD_MEMORY and os.path.isfile("/dev/mem") and os.path.getsize("/dev/mem") == 0:
+    """A scan as root leaves an empty file /dev/mem where there was none; lshw and hwinfo do not survive that."""
+    if os.path.isfile("/dev/mem") and os.path.getsize("/dev/mem") == 0:
         os.unlink("/dev/mem")
 
 
@@ -113,6 +110,7 @@ def line(name, *cells):
 
 
 def this_machine(folder):
+    remove_empty_memory()
     invhw = Run([PROGRAM], folder)
     log = commands_of_a_scan(folder)
     alone = Run(["--commands", log], folder)

@@ -23,6 +23,8 @@ for locale in C C.UTF-8 xx_YY.nowhere; do
     [ -s "$top/scan/libInvHW.log" ] || fail "no log in locale $locale"
     rm -r "$top/scan"
 done
+# What a scan as root leaves where there is no physical memory to read; other tools do not survive it.
+[ ! -f /dev/mem ] || [ -s /dev/mem ] || rm -f /dev/mem
 [ -f "$top/usr/lib/invhw/generic/codeset/ANSIX341968" ] || fail "the tables are not where the program looks for them"
 
 cmake -G Ninja -S "$example" -B "$top/example" -DCMAKE_PREFIX_PATH="$top/usr" -DCMAKE_CXX_COMPILER="$compiler" \
