@@ -104,16 +104,25 @@ bool Machine::isPassedThrough(const std::string& name) const
     return false;
 }
 
+// The machine stands still, so that every name is looked at once.
+const std::string& Machine::linkTarget(const std::string& name)
+{
+    static auto* const realReadlink = realFunction<ssize_t(const char*, char*, size_t)>("readlink");
+    const auto known = linkTargets_.find(name);
+    if (known != linkTargets_.end())
+        return known->second;
+    char target[4096];
+    const ssize_t length = realReadlink((folder_ + "/root" + name).c_str(), target, sizeof target);
+    return linkTargets_[name].assign(target, length > 0 ? static_cast<size_t>(length) : 0);
+}
+
 // Follows the symbolic links that were recorded, inside the machine.
-std::string Machine::resolveLinks(const std::string& name, int depth) const
+std::string Machine::resolveLinks(const std::string& name, int depth)
 {
     for (size_t end = name.find('/', 1);; end = name.find('/', end + 1)) {
         const std::string prefix = name.substr(0, end);
-        char target[4096];
-        static auto* const realReadlink = realFunction<ssize_t(const char*, char*, size_t)>("readlink");
-        const ssize_t length = realReadlink((folder_ + "/root" + prefix).c_str(), target, sizeof target);
-        if (length > 0 && depth < kMaxLinks) {
-            std::string next(target, static_cast<size_t>(length));
+        std::string next = linkTarget(prefix);
+        if (!next.empty() && depth < kMaxLinks) {
             if (next[0] != '/')
                 next = prefix.substr(0, prefix.rfind('/')) + "/" + next;
             return resolveLinks(normalise(next + (end == std::string::npos ? "" : name.substr(end))), depth + 1);
@@ -123,7 +132,7 @@ std::string Machine::resolveLinks(const std::string& name, int depth) const
     }
 }
 
-Location Machine::locate(const char* path) const
+Location Machine::locate(const char* path)
 {
     if (folder_.empty() || path == nullptr || path[0] != '/')
         return {Place::Real, path == nullptr ? "" : path, path == nullptr ? "" : path};

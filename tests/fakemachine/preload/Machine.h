@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <optional>
 #include <string>
 #include <sys/stat.h>
@@ -45,7 +46,7 @@ public:
     const MemoryImage& memory();
     DeviceNode device(const Location& where) const;
 
-    Location locate(const char* path) const;
+    Location locate(const char* path);
     /// The entries of a folder in the machine's order, or nothing (errno set) when it is none.
     std::optional<std::vector<FolderEntry>> entries(const Location& where) const;
     /// The errno that the machine's rules give call on this path, 0 for none.
@@ -53,7 +54,8 @@ public:
 
 private:
     Machine();
-    std::string resolveLinks(const std::string& name, int depth) const;
+    const std::string& linkTarget(const std::string& name);
+    std::string resolveLinks(const std::string& name, int depth);
     bool isPassedThrough(const std::string& name) const;
 
     std::string folder_; // empty: no machine, everything is real
@@ -61,6 +63,7 @@ private:
     MachineConf conf_;
     Commands commands_;
     std::optional<MemoryImage> memory_;
+    std::map<std::string, std::string> linkTargets_; // of what has been looked at; empty: no link
 };
 
 } // namespace fakemachine
