@@ -132,6 +132,9 @@ TEST(FindEntry, survivesBeingCutAtEveryByte)
     for (size_t size = 0; size <= bytes.size(); ++size) {
         const std::vector<unsigned char> cut(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size));
         const size_t place = (static_cast<size_t>(getpagesize()) - size) % static_cast<size_t>(getpagesize());
-        entryOf(cut, 2, place);
+        const std::vector<std::string> strings = entryOf(cut, 2, place);
+        for (const std::string& text : strings)
+            EXPECT_LE(text.size(), size) << "nothing from outside";
+        EXPECT_TRUE(size < bytes.size() || strings == (Strings{"Maker", "Model", "v1", "SN"}));
     }
 }

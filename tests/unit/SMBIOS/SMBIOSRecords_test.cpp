@@ -383,7 +383,9 @@ TEST(ReleaseDate, isLocalMidnightAsTime)
 
 TEST(ReleaseDate, shortTextAsTimeStaysInsideItsBuffer)
 {
-    recordOf<SMBIOSTable0Data>(Structure(0, 19).string(8, "2"))->getReleaseDateAsTimeT();
+    const auto bios = recordOf<SMBIOSTable0Data>(Structure(0, 19).string(8, "2"));
+    EXPECT_EQ(bios->getReleaseDateAsTimeT(), bios->getReleaseDateAsTimeT())
+        << "what lies behind the text does not count";
 }
 
 TEST(Uuid, isNullWhenAllZero)

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <linux/filter.h>
 #include <linux/seccomp.h>
+#include <malloc.h>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <vector>
@@ -80,15 +81,22 @@ TEST(Provider, IdsWithoutCollectorGiveNull)
 
 TEST(Provider, NullIsFreedWithoutHarm)
 {
+    const size_t before = mallinfo2().uordblks;
     vexFreeTable(nullptr);
     vexFreeSupportedTables(nullptr);
+    EXPECT_EQ(mallinfo2().uordblks, before);
 }
 
 TEST(Provider, FreedTableTakesItsRowsAlong)
 {
-    auto* table = new VexTable(3, 1);
-    table->addRow(new VexTableRow);
-    vexFreeTable(table);
+    const auto makeAndFree = [] {
+        auto* table = new VexTable(3, 1);
+        table->addRow(new VexTableRow);
+        vexFreeTable(table);
+        return mallinfo2().uordblks;
+    };
+    const size_t once = makeAndFree(); // fills the allocator's caches
+    EXPECT_EQ(makeAndFree(), once);
 }
 
 TEST(Provider, InitSetsTheMasksAndTermClearsThem)
