@@ -19,6 +19,9 @@ import machines
 
 ROUNDS = 9
 
+# The columns of what measure prints, and the one that is added to them.
+WALL, CPU, OWN, PEAK, CHILDREN = 0, 1, 2, 3, -1
+
 PEERS = {
     "lshw -xml": ["lshw", "-xml"],
     "hwinfo": ["hwinfo"],
@@ -119,18 +122,18 @@ def this_machine(folder):
 
     print(f"this machine; medians of {ROUNDS} rounds in turn; ratios are the tool's to invhw's")
     line("", "wall ms", "CPU ms", "own ms", "peak KiB", "children", "wall ratio", "CPU ratio", "own ratio")
-    line("invhw", cell(invhw.median(0)), cell(invhw.median(1)), cell(invhw.median(2)), cell(invhw.median(3), 0),
-         cell(invhw.least(-1), 0))
+    line("invhw", cell(invhw.median(WALL)), cell(invhw.median(CPU)), cell(invhw.median(OWN)), cell(invhw.median(PEAK), 0),
+         cell(invhw.least(CHILDREN), 0))
     with open(log, encoding="utf-8", errors="replace") as commands:
         count = len(commands.readlines())
-    line(f"its {count} commands alone", cell(alone.median(0)), cell(alone.median(1)), "-", "-", cell(alone.least(-1), 0),
-         cell(alone.median(0) / invhw.median(0), 2), cell(alone.median(1) / invhw.median(1), 2))
+    line(f"its {count} commands alone", cell(alone.median(WALL)), cell(alone.median(CPU)), "-", "-", cell(alone.least(CHILDREN), 0),
+         cell(alone.median(WALL) / invhw.median(WALL), 2), cell(alone.median(CPU) / invhw.median(CPU), 2))
     for name, peer in peers.items():
         if peer.fails:
             line(name, "fails here")
             continue
-        line(name, cell(peer.median(0)), cell(peer.median(1)), cell(peer.median(2)), cell(peer.median(3), 0),
-             cell(peer.least(-1), 0), *(cell(peer.median(column) / invhw.median(column)) for column in (0, 1, 2)))
+        line(name, cell(peer.median(WALL)), cell(peer.median(CPU)), cell(peer.median(OWN)), cell(peer.median(PEAK), 0),
+             cell(peer.least(CHILDREN), 0), *(cell(peer.median(column) / invhw.median(column)) for column in (WALL, CPU, OWN)))
     missing = [name for name, words in PEERS.items() if not shutil.which(words[0])]
     if missing:
         print("not installed (./dev bench --install): " + ", ".join(missing))
@@ -142,7 +145,7 @@ def recorded_machines(folder):
     print("\nrecorded machines: the scan without its children, the library that plays the machine included")
     line("", "wall ms", "own ms", "peak KiB")
     for name, run in runs.items():
-        line(name, cell(run.median(0)), cell(run.median(2)), cell(run.median(3), 0))
+        line(name, cell(run.median(WALL)), cell(run.median(OWN)), cell(run.median(PEAK), 0))
 
 
 def growing_machines(folder):
@@ -156,8 +159,8 @@ def growing_machines(folder):
             runs[count] = scan_of(machine, folder)
         run_in_turn(runs.values())
         for count in counts:
-            added = runs[count].median(2) - runs[0].median(2)
-            line(what, count, cell(runs[count].median(2), 2), cell(1000 * added / count, 2), cell(runs[count].median(3), 0))
+            added = runs[count].median(OWN) - runs[0].median(OWN)
+            line(what, count, cell(runs[count].median(OWN), 2), cell(1000 * added / count, 2), cell(runs[count].median(PEAK), 0))
 
 
 with tempfile.TemporaryDirectory() as scratch:
