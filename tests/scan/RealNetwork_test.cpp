@@ -1,7 +1,5 @@
 // A scan of the computer that runs the test: interfaces as ip(8) shows them, PCI devices as lspci(8) lists them.
 
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <sstream>
@@ -9,36 +7,12 @@
 #include <unistd.h>
 #include <vector>
 
-#include "FakeMachine.h"
+#include "tests/scan/RealScan.h"
 
 namespace fs = std::filesystem;
 
 namespace
 {
-
-std::string outputOf(const std::string& command)
-{
-    FILE* stream = popen(command.c_str(), "r");
-    if (stream == nullptr)
-        return "";
-    std::string output;
-    char buffer[4096];
-    for (size_t count; (count = fread(buffer, 1, sizeof buffer, stream)) > 0;)
-        output.append(buffer, count);
-    pclose(stream);
-    return output;
-}
-
-ScanResult scanThisComputer()
-{
-    std::string folder = (fs::temp_directory_path() / "network.XXXXXX").string();
-    EXPECT_NE(mkdtemp(folder.data()), nullptr);
-    const fs::path program = fs::read_symlink("/proc/self/exe").parent_path() / "invhw";
-    ScanResult result;
-    result.report = outputOf("cd '" + folder + "' && LC_ALL=C '" + program.string() + "'");
-    fs::remove_all(folder);
-    return result;
-}
 
 // An IPv4 address as "ip -o" shows it: name is the label, which is the interface's own name unless it is an alias.
 struct Address {

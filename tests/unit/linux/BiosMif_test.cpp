@@ -171,6 +171,7 @@ TEST_F(BiosMif, thatIsAPipeDoesNotHoldTheScanUp)
 {
     ASSERT_EQ(mkfifo("hwxbios.mif", 0666), 0);
     hwxbios_mif_rewrite("2004-07-15");
+    EXPECT_TRUE(S_ISFIFO(status().st_mode));
 }
 
 TEST_F(BiosMif, onAFullDiskStaysWhole)

@@ -3,15 +3,17 @@
 #include <gtest/gtest.h>
 #include <string>
 
+#include "tests/unit/linux/TextOf.h"
+
 static CpuInfo cpuOf(std::string text)
 {
-    TextStream stream(fmemopen(text.data(), text.size(), "r"));
+    TextStream stream = textOf(text);
     return readCpuInfo(stream);
 }
 
 static CpuTopology topologyOf(std::string text)
 {
-    TextStream stream(fmemopen(text.data(), text.size(), "r"));
+    TextStream stream = textOf(text);
     return readCpuTopology(stream);
 }
 

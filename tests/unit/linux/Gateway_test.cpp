@@ -4,6 +4,7 @@
 #include <string>
 
 #include "linux/TextStream.h"
+#include "tests/unit/linux/TextOf.h"
 
 static std::string gatewayOf(std::string line, const char* key)
 {
@@ -13,7 +14,7 @@ static std::string gatewayOf(std::string line, const char* key)
 
 static std::string gatewayOfFile(const std::string& text, const char* key, unsigned long size = 255)
 {
-    TextStream stream(fmemopen(const_cast<char*>(text.data()), text.size(), "r"));
+    TextStream stream = textOf(text);
     char out[255] = "";
     return readGateway(stream, key, out, size) ? out : "none";
 }

@@ -5,10 +5,11 @@
 
 #include "com/VexDebug.h"
 #include "tests/unit/LogCapture.h"
+#include "tests/unit/linux/TextOf.h"
 
 static CpuTopology topologyOf(std::string text)
 {
-    TextStream stream(fmemopen(text.data(), text.size(), "r"));
+    TextStream stream = textOf(text);
     return readCpuTopology(stream);
 }
 

@@ -8,12 +8,13 @@
 #include "linux/TextStream.h"
 #include "tests/unit/LogCapture.h"
 #include "tests/unit/TableText.h"
+#include "tests/unit/linux/TextOf.h"
 
 using Rows = std::vector<std::string>;
 
 static Rows devicesOf(const std::string& listing)
 {
-    TextStream stream(fmemopen(const_cast<char*>(listing.data()), listing.size(), "r"));
+    TextStream stream = textOf(listing);
     VexTable table(GROUP_PCI_DEVICE, 1);
     addLspciDevices(stream, &table);
     return tableText(&table);

@@ -7,10 +7,11 @@
 #include "com/VexDebug.h"
 #include "tests/unit/LogCapture.h"
 #include "tests/unit/TableText.h"
+#include "tests/unit/linux/TextOf.h"
 
 static bool readText(std::string text, MemoryAmounts* amounts)
 {
-    TextStream stream(fmemopen(text.data(), text.size(), "r"));
+    TextStream stream = textOf(text);
     return readMeminfo(stream, amounts);
 }
 

@@ -4,13 +4,14 @@
 
 #include "linux/TextStream.h"
 #include "tests/unit/linux/PartitionRowsFixture.h"
+#include "tests/unit/linux/TextOf.h"
 
 class PartitionSwaps : public PartitionRowsTest
 {
 protected:
     void read(const std::string& text)
     {
-        TextStream stream(fmemopen(const_cast<char*>(text.data()), text.size(), "r"));
+        TextStream stream = textOf(text);
         addSwapRows(stream);
     }
 

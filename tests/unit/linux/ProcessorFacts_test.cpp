@@ -8,10 +8,11 @@
 #include "com/VexDebug.h"
 #include "tests/unit/LogCapture.h"
 #include "tests/unit/TableText.h"
+#include "tests/unit/linux/TextOf.h"
 
 static CpuInfo cpuOf(std::string text)
 {
-    TextStream stream(fmemopen(text.data(), text.size(), "r"));
+    TextStream stream = textOf(text);
     return readCpuInfo(stream);
 }
 
@@ -169,14 +170,14 @@ TEST(ProcessorRow, saysWhether3dnowIsThereOnlyWithAFlagsLine)
     EXPECT_TRUE(has(rowOf(factsOf("flags: fpu 3dnow\n")), "35=Y"));
     EXPECT_TRUE(has(rowOf(factsOf("flags: fpu 3dno\n")), "35=N"));
     EXPECT_TRUE(has(rowOf(factsOf("flags:\n")), "35=N"));
-    EXPECT_EQ(rowOf(factsOf("")).find(" 35="), std::string::npos);
+    EXPECT_EQ(rowOf(factsOf("")).find("|35="), std::string::npos);
 }
 
 TEST(ProcessorRow, hyperThreadingIsMarkedOnEveryRow)
 {
     EXPECT_TRUE(has(rowOf(factsOf("siblings: 2\nflags: ht\n")), "42=H"));
-    EXPECT_EQ(rowOf(factsOf("siblings: 1\nflags: ht\n")).find(" 42="), std::string::npos);
-    EXPECT_EQ(rowOf(factsOf("siblings: 2\nflags: fpu\n")).find(" 42="), std::string::npos);
+    EXPECT_EQ(rowOf(factsOf("siblings: 1\nflags: ht\n")).find("|42="), std::string::npos);
+    EXPECT_EQ(rowOf(factsOf("siblings: 2\nflags: fpu\n")).find("|42="), std::string::npos);
 }
 
 TEST(ProcessorId, isTheDigestOfTheConcatenatedFacts)

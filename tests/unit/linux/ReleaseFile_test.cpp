@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/unit/linux/TextOf.h"
+
 static std::string nameOf(std::string text)
 {
-    TextStream file(fmemopen(text.data(), text.size(), "r"));
+    TextStream file = textOf(text);
     return readReleaseName(file);
 }
 

@@ -6,11 +6,12 @@
 
 #include "linux/TextStream.h"
 #include "tests/unit/LogCapture.h"
+#include "tests/unit/linux/TextOf.h"
 
 // "domain|name server 1|name server 2", starting with a domain as the reverse look-up gave it.
 static std::string settingsOf(const std::string& text, const char* domain = "")
 {
-    TextStream stream(fmemopen(const_cast<char*>(text.data()), text.size(), "r"));
+    TextStream stream = textOf(text);
     ResolvConf settings;
     strcpy(settings.domain, domain);
     readResolvConf(stream, &settings);

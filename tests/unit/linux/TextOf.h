@@ -6,7 +6,7 @@
 #include "linux/TextStream.h"
 
 /// A stream that reads text, which must outlive it.
-inline TextStream textOf(std::string& text)
+inline TextStream textOf(const std::string& text)
 {
-    return TextStream(fmemopen(text.data(), text.size(), "r"));
+    return TextStream(fmemopen(const_cast<char*>(text.data()), text.size(), "r")); // only read
 }

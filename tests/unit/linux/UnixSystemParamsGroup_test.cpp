@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 #include <string>
 
+#include "tests/unit/linux/TextOf.h"
+
 static int32_t runLevelOf(std::string text)
 {
-    TextStream stream(fmemopen(text.data(), text.size(), "r"));
+    TextStream stream = textOf(text);
     return readRunLevel(stream);
 }
 
