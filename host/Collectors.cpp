@@ -1,0 +1,43 @@
+#include "host/Collectors.h"
+
+#include "report/catalog/AttributeIds.h"
+
+namespace host
+{
+namespace
+{
+// In report order (report/Catalog.cpp); Scan Status comes last and is the scan's own.
+constexpr Collector kCollectors[] = {
+    {GROUP_COMPONENTID, collectComponentID},
+    {GROUP_PROCESSOR, collectProcessor},
+    {GROUP_PROCESSOR_VULNERABILITY, collectProcessorVulnerability},
+    {GROUP_NUMA_NODE, collectNUMANode},
+    {GROUP_MEMORY, collectMemory},
+    {GROUP_MEMORY_MODULES, collectMemoryModules},
+    {GROUP_OPERATING_SYSTEM, collectOperatingSystem},
+    {GROUP_STORAGE, collectStorage},
+    {GROUP_DISK_PARTITION, collectDiskPartition},
+    {GROUP_LOGICAL_DRIVE, collectLogicalDrive},
+    {GROUP_IP_ADDRESS, collectIPAddress},
+    {GROUP_ROUTE, collectRoute},
+    {GROUP_NETWORK_ADAPTER, collectNetworkAdapter},
+    {GROUP_REGIONAL, collectRegional},
+    {GROUP_UNIX_SYSTEM_PARAMS, collectUnixSystemParams},
+    {GROUP_PC_SYSTEM_PARAMS, collectPCSystemParams},
+    {GROUP_SCAN_INFO, collectScanInfo},
+    {GROUP_PARTITION, collectPartition},
+    {GROUP_SMBIOS, collectSMBIOS},
+    {GROUP_SYSTEM_ENCLOSURE, collectSystemEnclosure},
+    {GROUP_FIRMWARE, collectFirmware},
+    {GROUP_PCI_DEVICE, collectPCIDevice},
+    {GROUP_LPAR, collectLpar},
+    {GROUP_SITE, collectSite},
+    {GROUP_MACHINE_IDENTITY, collectMachineIdentity},
+};
+} // namespace
+
+std::span<const Collector> collectors()
+{
+    return kCollectors;
+}
+} // namespace host

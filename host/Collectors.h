@@ -1,0 +1,40 @@
+#pragma once
+
+#include <span>
+
+#include "host/Collection.h"
+
+// The collectors, one function a group, in report order. Each stands in the file of its subject: collectMemory in
+// host/Memory.cpp.
+
+namespace host
+{
+void collectComponentID(const Machine& machine, Collection& collection);
+void collectProcessor(const Machine& machine, Collection& collection);
+void collectProcessorVulnerability(const Machine& machine, Collection& collection);
+void collectNUMANode(const Machine& machine, Collection& collection);
+void collectMemory(const Machine& machine, Collection& collection);
+void collectMemoryModules(const Machine& machine, Collection& collection);
+void collectOperatingSystem(const Machine& machine, Collection& collection);
+void collectStorage(const Machine& machine, Collection& collection);
+void collectDiskPartition(const Machine& machine, Collection& collection);
+void collectLogicalDrive(const Machine& machine, Collection& collection);
+void collectIPAddress(const Machine& machine, Collection& collection);
+void collectRoute(const Machine& machine, Collection& collection);
+void collectNetworkAdapter(const Machine& machine, Collection& collection);
+void collectRegional(const Machine& machine, Collection& collection);
+void collectUnixSystemParams(const Machine& machine, Collection& collection);
+void collectPCSystemParams(const Machine& machine, Collection& collection);
+void collectScanInfo(const Machine& machine, Collection& collection);
+void collectPartition(const Machine& machine, Collection& collection);
+void collectSMBIOS(const Machine& machine, Collection& collection);
+void collectSystemEnclosure(const Machine& machine, Collection& collection);
+void collectFirmware(const Machine& machine, Collection& collection);
+void collectPCIDevice(const Machine& machine, Collection& collection);
+void collectLpar(const Machine& machine, Collection& collection);
+void collectSite(const Machine& machine, Collection& collection);
+void collectMachineIdentity(const Machine& machine, Collection& collection);
+
+/// What collects which group, in report order.
+std::span<const Collector> collectors();
+} // namespace host

@@ -1,0 +1,79 @@
+#include "report/Utf8.h"
+
+#include <cstdint>
+
+namespace report
+{
+namespace
+{
+constexpr std::string_view kReplacement = "\xEF\xBF\xBD"; // U+FFFD
+
+// How a well-formed character may begin, and the range of its second byte; all further bytes are 80 to BF.
+struct Lead {
+    uint8_t first, last;   // of the first byte
+    uint8_t length;        // in bytes
+    uint8_t second, until; // of the second byte
+};
+constexpr Lead kLeads[] = {
+    {0xC2, 0xDF, 2, 0x80, 0xBF}, {0xE0, 0xE0, 3, 0xA0, 0xBF}, {0xE1, 0xEC, 3, 0x80, 0xBF}, {0xED, 0xED, 3, 0x80, 0x9F},
+    {0xEE, 0xEF, 3, 0x80, 0xBF}, {0xF0, 0xF0, 4, 0x90, 0xBF}, {0xF1, 0xF3, 4, 0x80, 0xBF}, {0xF4, 0xF4, 4, 0x80, 0x8F},
+};
+
+uint8_t byteAt(std::string_view text, size_t index)
+{
+    return static_cast<uint8_t>(text[index]);
+}
+
+// Bytes of the well-formed character of several bytes at the start of the text, 0 when there is none.
+size_t characterLength(std::string_view text)
+{
+    for (const Lead& lead : kLeads) {
+        if (byteAt(text, 0) < lead.first || byteAt(text, 0) > lead.last)
+            continue;
+        if (text.size() < lead.length || byteAt(text, 1) < lead.second || byteAt(text, 1) > lead.until)
+            return 0;
+        for (size_t i = 2; i < lead.length; ++i)
+            if (byteAt(text, i) < 0x80 || byteAt(text, i) > 0xBF)
+                return 0;
+        return lead.length;
+    }
+    return 0;
+}
+
+bool isAllowedAscii(uint8_t byte)
+{
+    return byte >= 0x20 || byte == '\t' || byte == '\n' || byte == '\r';
+}
+
+bool isNoncharacter(std::string_view character)
+{
+    return character == "\xEF\xBF\xBE" || character == "\xEF\xBF\xBF";
+}
+} // namespace
+
+std::string validUtf8(std::string_view bytes)
+{
+    std::string text;
+    text.reserve(bytes.size());
+    while (!bytes.empty()) {
+        const bool isAscii = byteAt(bytes, 0) < 0x80;
+        const size_t length = isAscii ? 1 : characterLength(bytes);
+        const std::string_view character = bytes.substr(0, length == 0 ? 1 : length);
+        const bool isAllowed = isAscii ? isAllowedAscii(byteAt(bytes, 0)) : length != 0 && !isNoncharacter(character);
+        text += isAllowed ? character : kReplacement;
+        bytes.remove_prefix(character.size());
+    }
+    return text;
+}
+
+std::string_view firstCharacters(std::string_view text, size_t characters)
+{
+    size_t end = 0;
+    for (; end < text.size(); ++end) {
+        const bool begins = (byteAt(text, end) & 0xC0) != 0x80;
+        if (begins && characters-- == 0)
+            break;
+    }
+    return text.substr(0, end);
+}
+} // namespace report

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <ostream>
+
+#include "tool/CommandLine.h"
+
+// Every subcommand, each declared and run in the file of its name (tool/<Name>Command.cpp).
+
+namespace tool
+{
+extern const CommandDef SCAN_COMMAND;
+
+/// Version and optional libraries.
+void printVersion(std::ostream& out);
+} // namespace tool
