@@ -50,6 +50,9 @@ extern const ConverterFamily kAsciiOnly; // what a null handle does when there i
 /// Opens by the exact name: "UTF8" or a table's.
 kst_handle cs_new(const char* name);
 
+/// A handle of its own for the same code set, at the start of a text; null when memory is short.
+kst_handle copyCodeSet(const kst_code_set& original);
+
 /// Closes a handle without a look at the defaults.
 void deleteCodeSet(kst_handle handle);
 

@@ -78,6 +78,13 @@ static uint16_t valueOfRange(const GbArray& array, uint64_t range, uint32_t inde
     return kind == kGbKindValues ? array.word(uint64_t{array.values} + parameter + steps) : kNoValue;
 }
 
+// A look-up that gives "?" counts as one that gives nothing: in this family every character that ends as "?" is
+// replaced.
+static uint16_t knownValue(uint16_t value)
+{
+    return value == '?' ? kNoValue : value;
+}
+
 // Every index of one bucket. A range that one index has passed is passed by all later ones, so one walk serves all.
 // Where it leaves the file, nothing more is mapped.
 static void expandBucket(const GbArray& array, uint32_t bucket, std::vector<uint16_t>& linear)
@@ -90,7 +97,7 @@ static void expandBucket(const GbArray& array, uint32_t bucket, std::vector<uint
         if (!array.has(range, kGbRangeWords))
             return;
         if (index >= array.word(range))
-            linear[index] = valueOfRange(array, range, index);
+            linear[index] = knownValue(valueOfRange(array, range, index));
     }
 }
 

@@ -1,8 +1,10 @@
 // The default code sets of the process.
 
 #include <cstdlib>
+#include <cstring>
 
 #include "codeset/CodeSet.h"
+#include "codeset/TableFolder.h"
 #include "codeset/TableName.h"
 
 namespace
@@ -18,15 +20,17 @@ struct Service {
 
 Service service;
 
-} // namespace
-
-// The table of the named code set, whose final name goes to tableName, else that of the fallback.
-static kst_handle openOr(const char* name, const char* fallback, char (&tableName)[kPathLimit + 1])
+// The locale's code set. Mostly it is the one that is open already: then both handles share one table.
+void openOperatingSystem(const char* openName, kst_handle open)
 {
-    get_table_name(name, tableName, sizeof tableName);
-    kst_code_set* const handle = kst_cs_new(tableName);
-    return handle != nullptr ? handle : kst_cs_new(fallback);
+    get_table_name("OS", service.operatingSystemName, sizeof service.operatingSystemName);
+    const bool isOpen = open != nullptr && strcmp(openName, service.operatingSystemName) == 0;
+    service.operatingSystem = isOpen ? copyCodeSet(*open) : kst_cs_new(service.operatingSystemName);
+    if (service.operatingSystem == nullptr)
+        service.operatingSystem = kst_cs_new("OSDEFAULT");
 }
+
+} // namespace
 
 int kst_init()
 {
@@ -36,9 +40,11 @@ int kst_init()
     const char* const configured = getenv("KST_CODESET");
     const bool isConfigured = configured != nullptr && *configured != '\0';
     char tableName[kPathLimit + 1];
-    service.initial = openOr(isConfigured ? configured : "OS", "DEFAULT", tableName);
+    get_table_name(isConfigured ? configured : "OS", tableName, sizeof tableName);
+    kst_handle const named = kst_cs_new(tableName);
+    service.initial = named != nullptr ? named : kst_cs_new("DEFAULT");
     service.current = service.initial;
-    service.operatingSystem = openOr("OS", "OSDEFAULT", service.operatingSystemName);
+    openOperatingSystem(tableName, named);
     return 0;
 }
 

@@ -1,14 +1,10 @@
 // Family 10: ASCII, and characters of two or four bytes. Both kinds are numbered in one sequence.
 
+#include "codeset/Gb18030Numbers.h"
 #include "codeset/TableText.h"
 
 namespace
 {
-
-// Four-byte characters above U+FFFF follow the code points.
-constexpr uint32_t kFirstSupplementary = 213067;
-constexpr uint32_t kLastSupplementary = 1261642;
-constexpr uint32_t kSupplementaryShift = 147531; // index - code point
 
 struct Gb18030Reader {
     using Unit = unsigned char;
@@ -20,8 +16,8 @@ struct Gb18030Reader {
     {
         if (index < TableLayout::kGbIndexEnd)
             return values[index] == TableLayout::kNoValue ? kUnmapped : values[index];
-        if (index >= kFirstSupplementary && index <= kLastSupplementary)
-            return index - kSupplementaryShift;
+        if (index >= Gb18030::kFirstSupplementary && index <= Gb18030::kLastSupplementary)
+            return 0x10000 + (index - Gb18030::kFirstSupplementary);
         return kUnmapped;
     }
 
@@ -34,10 +30,10 @@ struct Gb18030Reader {
         if (end - in < 2)
             return kIncompleteInput;
         if (in[1] < 0x30 || in[1] > 0x3F)
-            return {codePointOf((lead - 0x81) * 191 + in[1] - 63), 2}; // a number below 0 wraps: unmapped
+            return {codePointOf(Gb18030::numberOf(lead, in[1])), 2};
         if (end - in < 4)
             return kIncompleteInput;
-        return {codePointOf((((lead & 0x7F) * 10 + in[1]) * 126 + in[2]) * 10 + in[3] - 50351), 4};
+        return {codePointOf(Gb18030::numberOf(lead, in[1], in[2], in[3])), 4};
     }
 };
 
@@ -49,8 +45,7 @@ struct Gb18030LookUp {
     {
         if (c < 0x10000 || c > 0x10FFFF)
             return reverse.find<uint32_t>(c);
-        const uint32_t n = c - 0x10000;
-        return (0x90 + n / 12600) << 24 | (0x30 + n / 1260 % 10) << 16 | (0x81 + n / 10 % 126) << 8 | (0x30 + n % 10);
+        return Gb18030::bytesBehind(Gb18030::kSupplementaryLead, c - 0x10000);
     }
 };
 

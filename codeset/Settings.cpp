@@ -6,17 +6,20 @@
 
 #include "codeset/kst.h"
 
-static constexpr char kTableDirectory[] = "KSTDIR";
-static constexpr char kCatalogPath[] = "NLSPATH";
+namespace
+{
 
-static const char* getSetting(const char* name)
+constexpr char kTableDirectory[] = "KSTDIR";
+constexpr char kCatalogPath[] = "NLSPATH";
+
+const char* getSetting(const char* name)
 {
     const char* const value = getenv(name);
     return value != nullptr ? value : "";
 }
 
 // Makes "name=value" part of the environment. entry owns that text, which must outlive its place in it.
-static void putSetting(const char* name, const std::string& value, char*& entry)
+void putSetting(const char* name, const std::string& value, char*& entry)
 {
     char* const next = strdup((std::string(name) + "=" + value).c_str());
     if (next == nullptr || putenv(next) != 0) {
@@ -26,6 +29,8 @@ static void putSetting(const char* name, const std::string& value, char*& entry)
     free(entry);
     entry = next;
 }
+
+} // namespace
 
 void kst_set_dir(const char* dir)
 {

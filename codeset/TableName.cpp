@@ -7,10 +7,16 @@
 #include <string>
 
 #include "codeset/FileOwner.h"
+#include "codeset/TableFolder.h"
 #include "codeset/kst.h"
 
+namespace
+{
+
+constexpr char kAliases[] = "aliases";
+
 // Not toupper: a Turkish locale would turn "i" into another letter.
-static std::string upperCase(const char* text)
+std::string upperCase(const char* text)
 {
     std::string upper(text);
     for (char& c : upper)
@@ -19,14 +25,14 @@ static std::string upperCase(const char* text)
     return upper;
 }
 
-static std::string localeCodeSet()
+std::string localeCodeSet()
 {
     setlocale(LC_ALL, "");
     const char* name = nl_langinfo(CODESET);
     return upperCase(*name != '\0' ? name : "ISO88591");
 }
 
-static std::string lettersAndDigits(const std::string& text)
+std::string lettersAndDigits(const std::string& text)
 {
     std::string kept;
     for (const char c : text)
@@ -35,27 +41,26 @@ static std::string lettersAndDigits(const std::string& text)
     return kept;
 }
 
-static FileOwner openBelow(const char* dir, const char* subPath)
+FileOwner openBelow(const char* dir, const char* subFolder)
 {
-    if (*dir == '\0' || strlen(dir) + strlen(subPath) >= kPathLimit)
-        return nullptr;
-    return openRegularFile((dir + std::string(subPath)).c_str());
+    const std::string folder = folderBelow(dir, subFolder, kAliases);
+    return folder.empty() ? nullptr : openRegularFile((folder + kAliases).c_str());
 }
 
-static FileOwner openAliases()
+FileOwner openAliases()
 {
-    if (FileOwner file = openBelow(kst_get_dir(), "/codeset/aliases"))
+    if (FileOwner file = openBelow(kst_get_dir(), "/codeset/"))
         return file;
-    if (FileOwner file = openBelow(kst_get_dir(), "/aliases"))
+    if (FileOwner file = openBelow(kst_get_dir(), "/"))
         return file;
-    return openRegularFile("aliases");
+    return openRegularFile(kAliases);
 }
 
 // The replacement in one line of the aliases file, cut off in place; null when the line is not about name. A word that
 // ends with the file may be half of one: it counts only with a character behind it.
-static const char* replacementIn(char* line, const char* name)
+const char* replacementIn(char* line, const char* name)
 {
-    static const char kBlanks[] = " \t\r\n";
+    static constexpr char kBlanks[] = " \t\r\n";
     if (*line == '#')
         return nullptr;
     char* const first = line + strspn(line, kBlanks);
@@ -69,7 +74,7 @@ static const char* replacementIn(char* line, const char* name)
     return strcmp(first, name) == 0 ? second : nullptr;
 }
 
-static std::string resolveAlias(const std::string& name)
+std::string resolveAlias(const std::string& name)
 {
     const FileOwner file = openAliases();
     char line[128];
@@ -78,6 +83,8 @@ static std::string resolveAlias(const std::string& name)
             return replacement;
     return name;
 }
+
+} // namespace
 
 void get_table_name(const char* name, char* out, size_t size)
 {

@@ -5,14 +5,17 @@
 
 #include "codeset/CodeSet.h"
 #include "codeset/FileOwner.h"
-#include "codeset/TableName.h"
+#include "codeset/TableFolder.h"
 #include "codeset/kst.h"
 
-static constexpr int kMaxRedirects = 5;
-static constexpr size_t kMaxRedirectName = 32;
+namespace
+{
+
+constexpr int kMaxRedirects = 5;
+constexpr size_t kMaxRedirectName = 32;
 
 // Reads the whole file; false when it cannot be read or is larger than any table.
-static bool readFile(const std::string& path, std::vector<unsigned char>& contents)
+bool readFile(const std::string& path, std::vector<unsigned char>& contents)
 {
     const FileOwner file = openRegularFile(path.c_str());
     if (file == nullptr)
@@ -28,7 +31,7 @@ static bool readFile(const std::string& path, std::vector<unsigned char>& conten
 }
 
 // File names are in the code set of the operating system.
-static std::string redirectName(const std::vector<unsigned char>& contents)
+std::string redirectName(const std::vector<unsigned char>& contents)
 {
     const size_t length = contents.size() < kMaxRedirectName ? contents.size() : kMaxRedirectName;
     char text[kMaxRedirectName];
@@ -40,6 +43,14 @@ static std::string redirectName(const std::vector<unsigned char>& contents)
             name += text[i];
     return name;
 }
+
+std::shared_ptr<const CodeTable> loadBelow(const char* dir, const char* subFolder, const std::string& name)
+{
+    const std::string folder = folderBelow(dir, subFolder, name);
+    return folder.empty() ? nullptr : load_table(folder, name);
+}
+
+} // namespace
 
 std::shared_ptr<const CodeTable> load_table(const std::string& dir, const std::string& name)
 {
@@ -53,14 +64,6 @@ std::shared_ptr<const CodeTable> load_table(const std::string& dir, const std::s
         current = redirectName(contents);
     }
     return nullptr;
-}
-
-static std::shared_ptr<const CodeTable> loadBelow(const char* dir, const char* subDirectory, const std::string& name)
-{
-    if (dir == nullptr || *dir == '\0')
-        return nullptr;
-    const std::string path = std::string(dir) + subDirectory;
-    return path.size() + name.size() < kPathLimit ? load_table(path, name) : nullptr;
 }
 
 std::shared_ptr<const CodeTable> get_table(const std::string& name)

@@ -2,6 +2,16 @@
 
 #include "codeset/kst.h"
 
+namespace
+{
+
+bool isIn(const kst_wchar* set, kst_wchar c)
+{
+    return c != 0 && kst_wcschr(set, c) != nullptr;
+}
+
+} // namespace
+
 size_t kst_wcslen(const kst_wchar* text)
 {
     size_t length = 0;
@@ -74,11 +84,6 @@ kst_wchar* kst_wcsrchr(const kst_wchar* text, kst_wchar c)
         if (*--end == c)
             return const_cast<kst_wchar*>(end);
     return nullptr;
-}
-
-static bool isIn(const kst_wchar* set, kst_wchar c)
-{
-    return c != 0 && kst_wcschr(set, c) != nullptr;
 }
 
 size_t kst_wcsspn(const kst_wchar* text, const kst_wchar* set)

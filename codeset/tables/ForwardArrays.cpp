@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "codeset/Gb18030Numbers.h"
+
 using namespace TableLayout;
 
 static std::string bytesOf(std::initializer_list<unsigned> numbers)
@@ -138,11 +140,10 @@ static void addMultiBytes(TableImage& table, IconvCodec& codec)
 // The character with the number, as the two kinds of GB18030 sequences are numbered.
 static std::string gb18030Bytes(unsigned index)
 {
-    static constexpr unsigned kFirstFourByte = 24067;
-    if (index < kFirstFourByte)
-        return bytesOf({0x81 + (index - 1) / 191, 0x40 + (index - 1) % 191});
-    const unsigned n = index - kFirstFourByte;
-    return bytesOf({0x81 + n / 12600, 0x30 + n / 1260 % 10, 0x81 + n / 10 % 126, 0x30 + n % 10});
+    if (index < Gb18030::kFirstOfFour)
+        return bytesOf({0x81 + (index - 1) / Gb18030::kTrails, 0x40 + (index - 1) % Gb18030::kTrails});
+    const uint32_t bytes = Gb18030::bytesBehind(0x81, index - Gb18030::kFirstOfFour);
+    return bytesOf({bytes >> 24, bytes >> 16, bytes >> 8, bytes});
 }
 
 // The range lists of GB18030: runs of consecutive values of some length are computed, the rest is listed.

@@ -58,7 +58,7 @@ public:
         std::string units;
         const int error = decoder_.convert(bytes, units);
         codePoints.resize(error != 0 ? 0 : units.size() / 4);
-        if (error == 0)
+        if (!codePoints.empty())
             memcpy(codePoints.data(), units.data(), codePoints.size() * 4);
         return error;
     }
