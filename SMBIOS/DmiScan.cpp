@@ -10,12 +10,15 @@
 #include "com/BIOSROM.h"
 #include "com/VexDebug.h"
 
-static constexpr unsigned long kSegmentAddress = 0xF0000;
-static constexpr int kSegmentSize = 0x10000;
-static constexpr char kAnchor[] = "_DMI_";
+namespace
+{
+
+constexpr unsigned long kSegmentAddress = 0xF0000;
+constexpr int kSegmentSize = 0x10000;
+constexpr char kAnchor[] = "_DMI_";
 
 // An anchor at either end of the segment finds zeros for the fields that would lie outside.
-static constexpr int kZerosAround = 16;
+constexpr int kZerosAround = 16;
 
 // What stands behind an anchor, and the versions before it.
 struct DmiAnchor {
@@ -28,7 +31,7 @@ struct DmiAnchor {
     int minorVersion;
 };
 
-static DmiAnchor readAnchor(const unsigned char* anchor)
+DmiAnchor readAnchor(const unsigned char* anchor)
 {
     DmiAnchor fields;
     fields.tableLength = IntelByteBuffer::readUSHORT(anchor, 6);
@@ -43,7 +46,7 @@ static DmiAnchor readAnchor(const unsigned char* anchor)
     return fields;
 }
 
-static void traceAnchor(int offset, const DmiAnchor& anchor)
+void traceAnchor(int offset, const DmiAnchor& anchor)
 {
     const int revision = anchor.majorVersion << 8 | anchor.minorVersion;
     VEX_LOG(DEBUG_SMBIOS, VEX_LEVEL_MAIN, "\nFound _DMI_ at 000F:%04X", static_cast<unsigned>(offset));
@@ -58,7 +61,7 @@ static void traceAnchor(int offset, const DmiAnchor& anchor)
 }
 
 // One line of the table's dump: up to 16 bytes as numbers and as text.
-static void traceLine(const unsigned char* bytes, int offset, int count)
+void traceLine(const unsigned char* bytes, int offset, int count)
 {
     char numbers[16 * 3 + 1] = "";
     char text[16 + 1] = "";
@@ -71,7 +74,7 @@ static void traceLine(const unsigned char* bytes, int offset, int count)
     VEX_LOG(DEBUG_SMBIOS, VEX_LEVEL_MAIN, "\n%04X %s --- >%s<", static_cast<unsigned>(offset), numbers, text);
 }
 
-static void traceTable(const unsigned char* bytes, int length)
+void traceTable(const unsigned char* bytes, int length)
 {
     if (!vexDebugWanted(DEBUG_SMBIOS, VEX_LEVEL_MAIN))
         return;
@@ -80,7 +83,7 @@ static void traceTable(const unsigned char* bytes, int length)
 }
 
 // Fills table from the anchor; false when its memory cannot be read.
-static bool readTable(const DmiAnchor& anchor, DmiTable* table)
+bool readTable(const DmiAnchor& anchor, DmiTable* table)
 {
     table->majorVersion = anchor.majorVersion;
     table->minorVersion = anchor.minorVersion;
@@ -91,7 +94,7 @@ static bool readTable(const DmiAnchor& anchor, DmiTable* table)
     return BIOSROM().getPhysMem(table->data.bytes(), 0, anchor.tableAddress, anchor.tableLength) != 0;
 }
 
-static bool readFirstGoodTable(const unsigned char* segment, DmiTable* table)
+bool readFirstGoodTable(const unsigned char* segment, DmiTable* table)
 {
     const unsigned char* const end = segment + kSegmentSize;
     const unsigned char* next = segment;
@@ -107,6 +110,8 @@ static bool readFirstGoodTable(const unsigned char* segment, DmiTable* table)
         ++next;
     }
 }
+
+} // namespace
 
 bool scanForDmi(DmiTable* table)
 {

@@ -4,11 +4,14 @@
 
 #include "SMBIOS/TableBuffer.h"
 
-static constexpr unsigned kFormat = 1;
+namespace
+{
+
+constexpr unsigned kFormat = 1;
 
 // The numbers behind the format line. The declared length is not believed before so many bytes have been read, so that
 // a short file cannot claim much memory.
-static bool readFields(FILE* stream, DumpedTable* table)
+bool readFields(FILE* stream, DumpedTable* table)
 {
     unsigned length, numTables, revision;
     if (fscanf(stream, "SMBIOS Length=%X\n", &length) != 1 || length > TableBuffer::kMaxLength)
@@ -23,6 +26,8 @@ static bool readFields(FILE* stream, DumpedTable* table)
     table->revision = static_cast<int>(revision);
     return true;
 }
+
+} // namespace
 
 DumpResult readDump(FILE* stream, DumpedTable* table)
 {

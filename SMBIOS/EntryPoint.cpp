@@ -7,24 +7,12 @@
 #include "SMBIOS/IntelByteBuffer.h"
 #include "SMBIOS/slm_mmap.h"
 
-static constexpr unsigned long kAreaStart = 0xF0000;
-static constexpr unsigned long kAreaEnd = 0xFFFFE;
-static constexpr unsigned long kParagraph = 16;
-
-uint16_t smbios_table_entry_point::tableLength() const
+namespace
 {
-    return IntelByteBuffer::readUSHORT(bytes, 22);
-}
 
-uint32_t smbios_table_entry_point::tableAddress() const
-{
-    return IntelByteBuffer::readULONG(bytes, 24);
-}
-
-uint16_t smbios_table_entry_point::structureCount() const
-{
-    return IntelByteBuffer::readUSHORT(bytes, 28);
-}
+constexpr unsigned long kAreaStart = 0xF0000;
+constexpr unsigned long kAreaEnd = 0xFFFFE;
+constexpr unsigned long kParagraph = 16;
 
 // Mapped bytes by their index; what lies behind the last mapped page reads as 0.
 class MappedBytes
@@ -60,18 +48,8 @@ private:
     size_t size_;
 };
 
-unsigned char* find_signature(unsigned char* area, unsigned long length)
-{
-    if (length <= kParagraph - 1)
-        return nullptr;
-    for (unsigned long p = 0; p < length - (kParagraph - 1); p += kParagraph)
-        if (memcmp(area + p, "_SM_", 4) == 0)
-            return area + p;
-    return nullptr;
-}
-
 // The sum of count bytes, modulo 256.
-static unsigned char checksum(const MappedBytes& area, size_t start, size_t count)
+unsigned char checksum(const MappedBytes& area, size_t start, size_t count)
 {
     unsigned sum = 0;
     for (size_t i = 0; i < count; ++i)
@@ -80,7 +58,7 @@ static unsigned char checksum(const MappedBytes& area, size_t start, size_t coun
 }
 
 // Checks the first candidate of the mapped area and copies it.
-static int readEntryPoint(unsigned char* area, smbios_table_entry_point* ep)
+int readEntryPoint(unsigned char* area, smbios_table_entry_point* ep)
 {
     const unsigned char* const found = find_signature(area, kAreaEnd - kAreaStart);
     if (found == nullptr)
@@ -97,6 +75,55 @@ static int readEntryPoint(unsigned char* area, smbios_table_entry_point* ep)
     return 0;
 }
 
+// The index of the structure behind the one at current: after the two NULs that end its strings. The table's size when
+// there is none.
+size_t nextStructure(const MappedBytes& table, size_t current)
+{
+    size_t end = current + table.at(current + 1);
+    while (end < table.size() && (table.at(end) != 0 || table.at(end + 1) != 0))
+        end = table.findZero(end + 1);
+    return end < table.size() ? end + 2 : table.size();
+}
+
+// Copies count successive strings from the index first on.
+char** copyStrings(const MappedBytes& table, size_t first, int count)
+{
+    auto** const strings = static_cast<char**>(calloc(static_cast<size_t>(count), sizeof(char*)));
+    for (int i = 0; strings != nullptr && i < count; ++i) {
+        const size_t end = table.findZero(first);
+        strings[i] = table.copyText(first, end);
+        first = end + 1;
+    }
+    return strings;
+}
+
+} // namespace
+
+uint16_t smbios_table_entry_point::tableLength() const
+{
+    return IntelByteBuffer::readUSHORT(bytes, 22);
+}
+
+uint32_t smbios_table_entry_point::tableAddress() const
+{
+    return IntelByteBuffer::readULONG(bytes, 24);
+}
+
+uint16_t smbios_table_entry_point::structureCount() const
+{
+    return IntelByteBuffer::readUSHORT(bytes, 28);
+}
+
+unsigned char* find_signature(unsigned char* area, unsigned long length)
+{
+    if (length <= kParagraph - 1)
+        return nullptr;
+    for (unsigned long p = 0; p < length - (kParagraph - 1); p += kParagraph)
+        if (memcmp(area + p, "_SM_", 4) == 0)
+            return area + p;
+    return nullptr;
+}
+
 int find_table_ep(smbios_table_entry_point* ep)
 {
     void* handle;
@@ -106,28 +133,6 @@ int find_table_ep(smbios_table_entry_point* ep)
     const int result = readEntryPoint(static_cast<unsigned char*>(area) + slm_page_off(kAreaStart), ep);
     slm_phys_munmap(&handle);
     return result;
-}
-
-// The index of the structure behind the one at current: after the two NULs that end its strings. The table's size when
-// there is none.
-static size_t nextStructure(const MappedBytes& table, size_t current)
-{
-    size_t end = current + table.at(current + 1);
-    while (end < table.size() && (table.at(end) != 0 || table.at(end + 1) != 0))
-        end = table.findZero(end + 1);
-    return end < table.size() ? end + 2 : table.size();
-}
-
-// Copies count successive strings from the index first on.
-static char** copyStrings(const MappedBytes& table, size_t first, int count)
-{
-    auto** const strings = static_cast<char**>(calloc(static_cast<size_t>(count), sizeof(char*)));
-    for (int i = 0; strings != nullptr && i < count; ++i) {
-        const size_t end = table.findZero(first);
-        strings[i] = table.copyText(first, end);
-        first = end + 1;
-    }
-    return strings;
 }
 
 int find_entry(const unsigned char* table, const smbios_table_entry_point* ep, smbios_sysinfo_table_entry* out)

@@ -10,21 +10,41 @@
 #include "SMBIOS/DumpFile.h"
 #include "com/VexDebug.h"
 
-SMBIOSTable* globalSMBIOSTable = nullptr;
+namespace
+{
 
-static int globalUseCount = 0;
+int globalUseCount = 0;
 
 // Records kept of each type that may stand in the table more than once.
-static constexpr size_t kMostTable4 = 80;
-static constexpr size_t kMostTable6 = 12;
-static constexpr size_t kMostTable8 = 20;
-static constexpr size_t kMostTable9 = 20;
-static constexpr size_t kMostTable10 = 20;
-static constexpr size_t kMostTable17 = 1000;
+constexpr size_t kMostTable4 = 80;
+constexpr size_t kMostTable6 = 12;
+constexpr size_t kMostTable8 = 20;
+constexpr size_t kMostTable9 = 20;
+constexpr size_t kMostTable10 = 20;
+constexpr size_t kMostTable17 = 1000;
 
-static constexpr int kMemoryController = 5;
-static constexpr int kEndOfTable = 127;
-static constexpr unsigned char kCentralProcessor = 3;
+constexpr int kMemoryController = 5;
+constexpr int kEndOfTable = 127;
+constexpr unsigned char kCentralProcessor = 3;
+
+// Writes every record of a list, or the one record, that is there.
+template <class Record>
+void dumpRecords(const std::unique_ptr<Record>& record)
+{
+    if (record != nullptr)
+        record->dump();
+}
+
+template <class Record>
+void dumpRecords(const std::vector<std::unique_ptr<Record>>& records)
+{
+    for (const auto& record : records)
+        record->dump();
+}
+
+} // namespace
+
+SMBIOSTable* globalSMBIOSTable = nullptr;
 
 SMBIOSTable::SMBIOSTable()
 {
@@ -68,21 +88,8 @@ void SMBIOSTable::terminateGlobalTable()
 
 void SMBIOSTable::clearRecords()
 {
-    table0_.reset();
-    table1_.reset();
-    table2_.reset();
-    table3_.reset();
-    table4_.clear();
+    std::apply([](auto&... records) { ((records = std::decay_t<decltype(records)>()), ...); }, recordsOf(*this));
     table4PopulatedCount_ = 0;
-    table5_.reset();
-    table6_.clear();
-    table8_.clear();
-    table9_.clear();
-    table10_.clear();
-    table16_.reset();
-    table17_.clear();
-    table22_.reset();
-    table24_.reset();
 }
 
 void SMBIOSTable::init()
@@ -262,40 +269,12 @@ char* SMBIOSTable::validateString(const char* src, char* dst)
     return dst;
 }
 
-// Writes every record of a list, or the one record, that is there.
-template <class Record>
-static void dumpRecords(const std::unique_ptr<Record>& record)
-{
-    if (record != nullptr)
-        record->dump();
-}
-
-template <class Record>
-static void dumpRecords(const std::vector<std::unique_ptr<Record>>& records)
-{
-    for (const auto& record : records)
-        record->dump();
-}
-
 void SMBIOSTable::dump() const
 {
     printf("\n-SMBIOS Table -------------------------------");
     printf("\n   revision    : x%02X", static_cast<unsigned>(revision_));
     printf("\n   numTables   : %d", numTables_);
     printf("\n   totalLength : %d", totalLength_);
-    dumpRecords(table0_);
-    dumpRecords(table1_);
-    dumpRecords(table2_);
-    dumpRecords(table3_);
-    dumpRecords(table4_);
-    dumpRecords(table5_);
-    dumpRecords(table6_);
-    dumpRecords(table8_);
-    dumpRecords(table9_);
-    dumpRecords(table10_);
-    dumpRecords(table16_);
-    dumpRecords(table17_);
-    dumpRecords(table22_);
-    dumpRecords(table24_);
+    std::apply([](const auto&... records) { (dumpRecords(records), ...); }, recordsOf(*this));
     printf("\n");
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <tuple>
 #include <vector>
 
 #include "SMBIOS/SMBIOSTable0Data.h"
@@ -102,6 +103,15 @@ private:
     static const Record* recordAt(const Records<Record>& records, int i)
     {
         return i < 0 || i >= static_cast<int>(records.size()) ? nullptr : records[static_cast<size_t>(i)].get();
+    }
+
+    // Every record and list of records of a table, const or not, in the order of their types.
+    template <class Table>
+    static auto recordsOf(Table& table)
+    {
+        return std::tie(table.table0_, table.table1_, table.table2_, table.table3_, table.table4_, table.table5_,
+                        table.table6_, table.table8_, table.table9_, table.table10_, table.table16_, table.table17_,
+                        table.table22_, table.table24_);
     }
 
     void readPhysicalMemory();

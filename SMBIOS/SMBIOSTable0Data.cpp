@@ -7,6 +7,20 @@
 #include "SMBIOS/RecordDump.h"
 #include "com/Owned.h"
 
+namespace
+{
+
+// Day of a form whose text is "YYYY-MM-DD".
+void setDate(char* date, const char* year, const char* month, const char* day)
+{
+    memcpy(date + 2, year, 2);
+    memcpy(date + 5, month, 2);
+    memcpy(date + 8, day, 2);
+}
+
+} // namespace
+
+// The fields: DSP0134, 7.1.
 int SMBIOSTable0Data::readBlock(const unsigned char* data, int offset)
 {
     SMBIOSTableData::readBlock(data, offset);
@@ -19,14 +33,6 @@ int SMBIOSTable0Data::readBlock(const unsigned char* data, int offset)
     characteristicsLow_ = IntelByteBuffer::readULONG(data, offset + 14);
     extensionByte1_ = IntelByteBuffer::readUCHAR(data, offset + 18);
     return readStringsAfter(data, offset);
-}
-
-// Day of a form whose text is "YYYY-MM-DD".
-static void setDate(char* date, const char* year, const char* month, const char* day)
-{
-    memcpy(date + 2, year, 2);
-    memcpy(date + 5, month, 2);
-    memcpy(date + 8, day, 2);
 }
 
 char* SMBIOSTable0Data::getReleaseDateAsYYYYMMDD() const

@@ -6,6 +6,7 @@
 #include "SMBIOS/IntelByteBuffer.h"
 #include "SMBIOS/RecordDump.h"
 
+// The fields: DSP0134, 7.2.
 int SMBIOSTable1Data::readBlock(const unsigned char* data, int offset)
 {
     SMBIOSTableData::readBlock(data, offset);

@@ -5,6 +5,7 @@
 #include "SMBIOS/IntelByteBuffer.h"
 #include "SMBIOS/RecordDump.h"
 
+// The fields: DSP0134, 7.5.
 int SMBIOSTable4Data::readBlock(const unsigned char* data, int offset)
 {
     SMBIOSTableData::readBlock(data, offset);
@@ -28,6 +29,7 @@ int SMBIOSTable4Data::readBlock(const unsigned char* data, int offset)
     return readStringsAfter(data, offset);
 }
 
+// DSP0134, 7.5.4: tenths of a volt behind a set highest bit, else a bit for each voltage that the socket can give.
 double SMBIOSTable4Data::getVoltageInVolts() const
 {
     if ((voltage_ & 0x80) != 0)

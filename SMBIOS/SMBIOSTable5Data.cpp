@@ -3,6 +3,7 @@
 #include "SMBIOS/IntelByteBuffer.h"
 #include "SMBIOS/RecordDump.h"
 
+// The fields: DSP0134, 7.6.
 int SMBIOSTable5Data::readBlock(const unsigned char* data, int offset)
 {
     SMBIOSTableData::readBlock(data, offset);

@@ -5,6 +5,7 @@
 #include "SMBIOS/IntelByteBuffer.h"
 #include "SMBIOS/RecordDump.h"
 
+// The fields: DSP0134, 7.7.
 int SMBIOSTable6Data::readBlock(const unsigned char* data, int offset)
 {
     SMBIOSTableData::readBlock(data, offset);
@@ -20,8 +21,8 @@ int SMBIOSTable6Data::readBlock(const unsigned char* data, int offset)
 
 int SMBIOSTable6Data::sizeMB(unsigned char size)
 {
-    const int exponent = size & 0x7F;
-    if (exponent >= 125) // not determinable, nothing enabled, nothing installed
+    const int exponent = size & 0x7F; // of 2; the highest bit tells of a double-bank connection
+    if (exponent >= 125)              // not determinable, nothing enabled, nothing installed
         return -1;
     return exponent < 32 ? static_cast<int>(1U << exponent) : 0;
 }

@@ -5,6 +5,7 @@
 #include "SMBIOS/IntelByteBuffer.h"
 #include "SMBIOS/RecordDump.h"
 
+// The fields: DSP0134, 7.9.
 int SMBIOSTable8Data::readBlock(const unsigned char* data, int offset)
 {
     SMBIOSTableData::readBlock(data, offset);

@@ -5,8 +5,13 @@
 
 #include "SMBIOS/IntelByteBuffer.h"
 
+namespace
+{
+
 // Strings that a record keeps.
-static constexpr int kStringCapacity = 15;
+constexpr int kStringCapacity = 15;
+
+} // namespace
 
 int SMBIOSTableData::readBlock(const unsigned char* data, int offset)
 {

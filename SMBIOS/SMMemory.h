@@ -1,6 +1,14 @@
 #pragma once
 
+#include <cstdint>
+
+#include "com/VexDebug.h"
+
 // What the firmware says about memory modules. Every query answers 0 when there is no structure table.
+
+/// The category of the lines about single modules: they go with every group whose collector may ask.
+constexpr uint32_t kMemoryModuleMask =
+    DEBUG_GENERAL | DEBUG_COMPONENTID | DEBUG_PROCESSOR | DEBUG_MEMORY | DEBUG_OPERATING_SYSTEM;
 
 /// The largest module that fits a slot, in MB, and the number of slots, from the memory controller and the memory
 /// array. Returns 1 when their sum is not 0.

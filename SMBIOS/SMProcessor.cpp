@@ -1,12 +1,21 @@
 #include "SMBIOS/SMProcessor.h"
 
 #include "SMBIOS/SMBIOSTable.h"
+#include "com/VexEnumValues.h"
 
-static const SMBIOSTable4Data* firstProcessor()
+namespace
+{
+
+// A higher number is taken for no clock.
+constexpr unsigned kMaxExternalClock = 2000; // MHz
+
+const SMBIOSTable4Data* firstProcessor()
 {
     const SMBIOSTable* table = availableSMBIOSTable();
     return table == nullptr ? nullptr : table->getTable4(0);
 }
+
+} // namespace
 
 int SM_Processor(unsigned short* currentSpeed, unsigned short* externalClock, unsigned short* upgrade,
                  int* featureFlags)
@@ -16,9 +25,9 @@ int SM_Processor(unsigned short* currentSpeed, unsigned short* externalClock, un
     if (processor == nullptr)
         return 0;
     *currentSpeed = processor->getCurrentSpeed();
-    if (processor->getExternalClock() <= 2000)
+    if (processor->getExternalClock() <= kMaxExternalClock)
         *externalClock = processor->getExternalClock();
-    if (processor->getUpgrade() <= 17)
+    if (processor->getUpgrade() <= PROCESSOR_INTERFACE_SOCKET_940)
         *upgrade = processor->getUpgrade();
     if (featureFlags != nullptr)
         *featureFlags = static_cast<int>(processor->getEDX());

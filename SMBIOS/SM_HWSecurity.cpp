@@ -1,10 +1,11 @@
 #include "SMBIOS/SM_HWSecurity.h"
 
 #include "SMBIOS/SMBIOSTable.h"
+#include "com/VexEnumValues.h"
 
 int SM_HWSecurity(unsigned short* powerOn, unsigned short* other)
 {
-    *powerOn = *other = 3;
+    *powerOn = *other = SMBIOS_POWERON_PASSWORD_UNKNOWN;
     const SMBIOSTable* table = availableSMBIOSTable();
     const SMBIOSTable24Data* security = table == nullptr ? nullptr : table->getTable24();
     if (security == nullptr)

@@ -4,6 +4,8 @@ add_library(invhw_settings INTERFACE)
 target_compile_options(invhw_settings INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wformat=2
     $<$<BOOL:$ENV{CI}>:-Werror>)
+# The scanner runs wherever it is started, with a small stack too (ulimit -s 128): what is large is allocated.
+set(INVHW_FRAME_LIMIT -Wframe-larger-than=16384)
 # A 32-bit program must see files, inodes and devices of any size.
 target_compile_definitions(invhw_settings INTERFACE _FILE_OFFSET_BITS=64)
 
@@ -11,15 +13,23 @@ target_compile_definitions(invhw_settings INTERFACE _FILE_OFFSET_BITS=64)
 # (../generic/codeset); a link in the folder of system programs leads there.
 set(INVHW_HOME_DIR "lib/invhw")
 
+# invhw_system_program(NAME): the link in the folder of system programs to a program of the project's own folder.
+function(invhw_system_program name)
+    file(CREATE_LINK ../${INVHW_HOME_DIR}/bin/${name} "${PROJECT_BINARY_DIR}/${name}-link" SYMBOLIC)
+    install(FILES "${PROJECT_BINARY_DIR}/${name}-link" DESTINATION ${CMAKE_INSTALL_SBINDIR} RENAME ${name}
+        COMPONENT program)
+endfunction()
+
 # invhw_library(NAME ALIAS [DEPENDENCY...]): one static library from every .cpp of the folder. Headers are included from
 # the root of the sources ("com/VexTable.h").
 function(invhw_library name alias)
-    file(GLOB_RECURSE sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
-    list(FILTER sources EXCLUDE REGEX "/tables/")
+    file(GLOB_RECURSE sources CONFIGURE_DEPENDS RELATIVE "${CMAKE_CURRENT_SOURCE_DIR}" "*.cpp")
+    list(FILTER sources EXCLUDE REGEX "^tables/")  # programs of the build, with sources of their own
     add_library(${name} STATIC ${sources})
     add_library(${alias} ALIAS ${name})
     target_include_directories(${name} PUBLIC
         $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/invhw>)
+    target_compile_options(${name} PRIVATE ${INVHW_FRAME_LIMIT})
     target_link_libraries(${name} PUBLIC ${ARGN} PRIVATE $<BUILD_INTERFACE:invhw_settings>)
 
     string(REPLACE "InvHW::" "" exportName ${alias})

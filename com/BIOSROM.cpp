@@ -3,7 +3,12 @@
 #include <cstdio>
 #include <memory>
 
-static constexpr char kMemoryDevice[] = "/dev/mem";
+namespace
+{
+
+constexpr char kMemoryDevice[] = "/dev/mem";
+
+} // namespace
 
 int BIOSROM::getPhysMem(unsigned char* buf, int, unsigned long physAddr, int count)
 {

@@ -8,39 +8,26 @@
 
 #include "com/VexGroup.h"
 
-uint32_t _vexDebugLevel = 0;
-uint32_t _vexDebugCategory = 0;
-uint32_t _vexLogToFile = 1;
-FILE* _vexFilePtr = nullptr;
-
-static constexpr char kDefaultLogName[] = "libInvHW.log";
-static constexpr char kBackupSuffix[] = ".bk";
-
-// "-" as often as a frame's rule is wide: 77 round a collector's lines, 78 round the whole log.
-#define RULE_77 "-----------------------------------------------------------------------------"
-#define RULE_78 RULE_77 "-"
-static_assert(sizeof RULE_77 == 77 + 1);
-
-static int32_t useCount = 0;
-static char _vexLogFileName[2048];
-static time_t debugStartTime;
-static time_t debugEndTime;
-static int (*_vexOutputFunction)(const char* text) = nullptr;
-
-const char* vexTimeLine(time_t time)
+namespace
 {
-    const char* text = ctime(&time);
-    return text == nullptr ? "\n" : text;
-}
 
-static bool fileExists(const char* path)
+constexpr char kDefaultLogName[] = "libInvHW.log";
+constexpr char kBackupSuffix[] = ".bk";
+
+int32_t useCount = 0;
+char _vexLogFileName[2048];
+time_t debugStartTime;
+time_t debugEndTime;
+int (*_vexOutputFunction)(const char* text) = nullptr;
+
+bool fileExists(const char* path)
 {
     struct stat status;
     return stat(path, &status) == 0;
 }
 
 // Keeps one previous log, under the log's name with ".bk" behind it.
-static void rotateLog(const char* logName)
+void rotateLog(const char* logName)
 {
     char backupName[sizeof _vexLogFileName + sizeof kBackupSuffix];
     snprintf(backupName, sizeof backupName, "%s%s", logName, kBackupSuffix);
@@ -52,7 +39,7 @@ static void rotateLog(const char* logName)
 }
 
 // The log is written as root into a folder that may be anybody's: a link planted under its name is not followed.
-static FILE* openLog(const char* logName)
+FILE* openLog(const char* logName)
 {
     const int descriptor = open(logName, O_RDWR | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0666);
     if (descriptor < 0)
@@ -61,6 +48,24 @@ static FILE* openLog(const char* logName)
     if (stream == nullptr)
         close(descriptor);
     return stream;
+}
+
+} // namespace
+
+uint32_t _vexDebugLevel = 0;
+uint32_t _vexDebugCategory = 0;
+uint32_t _vexLogToFile = 1;
+FILE* _vexFilePtr = nullptr;
+
+// "-" as often as a frame's rule is wide: 77 round a collector's lines, 78 round the whole log.
+#define RULE_77 "-----------------------------------------------------------------------------"
+#define RULE_78 RULE_77 "-"
+static_assert(sizeof RULE_77 == 77 + 1);
+
+const char* vexTimeLine(time_t time)
+{
+    const char* text = ctime(&time);
+    return text == nullptr ? "\n" : text;
 }
 
 void VexInitDebug(const char* path)

@@ -14,7 +14,7 @@ public:
     /// Appends element, which the list owns from now on. The cursor stays where it is.
     void add(T* element)
     {
-        Node* node = new Node{element, nullptr};
+        auto* const node = new Node{element, nullptr};
         if (tail_ == nullptr)
             head_ = node;
         else

@@ -5,8 +5,11 @@
 #include "com/VexCatalog.h"
 #include "com/VexUtil.h"
 
+namespace
+{
+
 // Allocates a zeroed record for a value of valueLength bytes and writes its header.
-static unsigned char* newRecord(unsigned long id, VexType type, size_t valueLength)
+unsigned char* newRecord(unsigned long id, VexType type, size_t valueLength)
 {
     const size_t length = VEX_HEADER_LENGTH + valueLength;
     unsigned char* record = new unsigned char[length]();
@@ -18,12 +21,14 @@ static unsigned char* newRecord(unsigned long id, VexType type, size_t valueLeng
 
 // The same, with the bytes of value behind the header.
 template <typename Value>
-static unsigned char* newValueRecord(unsigned long id, VexType type, Value value)
+unsigned char* newValueRecord(unsigned long id, VexType type, Value value)
 {
     unsigned char* record = newRecord(id, type, sizeof value);
     memcpy(record + VEX_HEADER_LENGTH, &value, sizeof value);
     return record;
 }
+
+} // namespace
 
 VexTableAttrib::VexTableAttrib(unsigned long id, unsigned char value) : record_(newValueRecord(id, VEX_UCHAR, value)) {}
 
@@ -56,7 +61,7 @@ VexTableAttrib::VexTableAttrib(unsigned long id, double value) : record_(newValu
 VexTableAttrib::VexTableAttrib(unsigned long id, const char* text)
     : record_(newRecord(id, VEX_STRING, SizeAsVexString(text)))
 {
-    VexString* string = reinterpret_cast<VexString*>(record_ + VEX_HEADER_LENGTH);
+    auto* string = reinterpret_cast<VexString*>(record_ + VEX_HEADER_LENGTH);
     unsigned long running = VEX_HEADER_LENGTH;
     StringToVexString(text, string, SizeAsVexString(text), &running, &running);
 }
@@ -64,7 +69,7 @@ VexTableAttrib::VexTableAttrib(unsigned long id, const char* text)
 VexTableAttrib::VexTableAttrib(unsigned long id, const unsigned char* bytes, unsigned long count)
     : record_(newRecord(id, VEX_OCTETSTRING, sizeof(uint32_t) + count))
 {
-    const uint32_t storedCount = static_cast<uint32_t>(count);
+    const auto storedCount = static_cast<uint32_t>(count);
     memcpy(record_ + VEX_HEADER_LENGTH, &storedCount, sizeof storedCount);
     if (count != 0)
         memcpy(record_ + VEX_HEADER_LENGTH + sizeof storedCount, bytes, count);

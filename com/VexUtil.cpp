@@ -5,36 +5,20 @@
 #include <ctime>
 #include <cwchar>
 
-// ---------------------------------------------------------------------------------------------------- value records
-
-uint32_t vexRecordWord(const unsigned char* record, size_t offset)
+namespace
 {
-    uint32_t word;
-    memcpy(&word, record + offset, sizeof word);
-    return word;
-}
 
 // The value of a record, read as one of the fixed-width types.
 template <typename Value>
-static Value recordValue(const unsigned char* record)
+Value recordValue(const unsigned char* record)
 {
     Value value;
     memcpy(&value, record + VEX_HEADER_LENGTH, sizeof value);
     return value;
 }
 
-unsigned long SizeofVexString(const VexString* string)
-{
-    return string->count * 4UL + 4;
-}
-
-unsigned long SizeAsVexString(const char* text)
-{
-    return text == nullptr || *text == '\0' ? 8 : strlen(text) * 4UL + 8;
-}
-
 // Converts what the locale accepts of a text that mbstowcs refused as a whole.
-static void convertValidPrefix(const char* text, wchar_t* dest, size_t maxCharacters)
+void convertValidPrefix(const char* text, wchar_t* dest, size_t maxCharacters)
 {
     const char* const end = text + strlen(text);
     mbstate_t state{};
@@ -47,6 +31,42 @@ static void convertValidPrefix(const char* text, wchar_t* dest, size_t maxCharac
         ++count;
     }
     dest[count] = L'\0';
+}
+
+const VexString* recordString(const unsigned char* record)
+{
+    return reinterpret_cast<const VexString*>(record + VEX_HEADER_LENGTH);
+}
+
+const vexGroupDef* findGroupByName(const char* name)
+{
+    if (name == nullptr)
+        return nullptr;
+    for (const vexGroupDef* group = GROUPS_DEF; group->name != nullptr; ++group)
+        if (strcmp(group->name, name) == 0)
+            return group;
+    return nullptr;
+}
+
+} // namespace
+
+// ---------------------------------------------------------------------------------------------------- value records
+
+uint32_t vexRecordWord(const unsigned char* record, size_t offset)
+{
+    uint32_t word;
+    memcpy(&word, record + offset, sizeof word);
+    return word;
+}
+
+unsigned long SizeofVexString(const VexString* string)
+{
+    return string->count * 4UL + 4;
+}
+
+unsigned long SizeAsVexString(const char* text)
+{
+    return text == nullptr || *text == '\0' ? 8 : strlen(text) * 4UL + 8;
 }
 
 unsigned long StringToVexString(const char* text, VexString* dest, unsigned long maxCharacters,
@@ -93,15 +113,10 @@ void TimeToVexDateTime(long time, char* dest)
 
 const char* getVexAttribTypeAsString(unsigned long type)
 {
-    static constexpr const char* const names[] = {"VEX_UCHAR",  "VEX_USHORT",      "VEX_ULONG",
-                                                  "VEX_UQUAD",  "VEX_FLOAT",       "VEX_DOUBLE",
-                                                  "VEX_STRING", "VEX_OCTETSTRING", "VEX_DATETIME"};
-    return type >= VEX_UCHAR && type <= VEX_DATETIME ? names[type - VEX_UCHAR] : "Undefined Attrib Type";
-}
-
-static const VexString* recordString(const unsigned char* record)
-{
-    return reinterpret_cast<const VexString*>(record + VEX_HEADER_LENGTH);
+    static constexpr const char* const kNames[] = {"VEX_UCHAR",  "VEX_USHORT",      "VEX_ULONG",
+                                                   "VEX_UQUAD",  "VEX_FLOAT",       "VEX_DOUBLE",
+                                                   "VEX_STRING", "VEX_OCTETSTRING", "VEX_DATETIME"};
+    return type >= VEX_UCHAR && type <= VEX_DATETIME ? kNames[type - VEX_UCHAR] : "Undefined Attrib Type";
 }
 
 void PrintVexAttribValue(const unsigned char* record)
@@ -206,8 +221,8 @@ wchar_t* dmtf_escape(wchar_t* text)
     const size_t length = wcslen(text);
     if (length == 0)
         return text;
-    static constexpr wchar_t hexDigits[] = L"0123456789abcdef";
-    wchar_t* const escaped = new wchar_t[length * 4 + 1];
+    static constexpr wchar_t kHexDigits[] = L"0123456789abcdef";
+    auto* const escaped = new wchar_t[length * 4 + 1];
     wchar_t* out = escaped;
     for (const wchar_t* in = text; *in != L'\0'; ++in) {
         if (*in == L'\\' || *in == L'"') {
@@ -216,8 +231,8 @@ wchar_t* dmtf_escape(wchar_t* text)
         } else if (*in >= 1 && *in <= 31) {
             *out++ = L'\\';
             *out++ = L'x';
-            *out++ = hexDigits[*in >> 4];
-            *out++ = hexDigits[*in & 15];
+            *out++ = kHexDigits[*in >> 4];
+            *out++ = kHexDigits[*in & 15];
         } else {
             *out++ = *in;
         }
@@ -234,16 +249,6 @@ const vexGroupDef* findGroupDefinition(const vexGroupDef* catalog, unsigned long
         return nullptr;
     for (const vexGroupDef* group = catalog; group->id != VEX_END; ++group)
         if (group->id == groupId)
-            return group;
-    return nullptr;
-}
-
-static const vexGroupDef* findGroupByName(const char* name)
-{
-    if (name == nullptr)
-        return nullptr;
-    for (const vexGroupDef* group = GROUPS_DEF; group->name != nullptr; ++group)
-        if (strcmp(group->name, name) == 0)
             return group;
     return nullptr;
 }

@@ -4,8 +4,11 @@
 #include <cstdlib>
 #include <cstring>
 
+namespace
+{
+
 // RFC 1321, 3.4: the table T, 2^32 * |sin(i)| for i from 1 to 64.
-static constexpr uint32_t kSines[64] = {
+constexpr uint32_t kSines[64] = {
     0xd76aa478, 0xe8c7b756, 0x242070db, 0xc1bdceee, 0xf57c0faf, 0x4787c62a, 0xa8304613, 0xfd469501,
     0x698098d8, 0x8b44f7af, 0xffff5bb1, 0x895cd7be, 0x6b901122, 0xfd987193, 0xa679438e, 0x49b40821,
     0xf61e2562, 0xc040b340, 0x265e5a51, 0xe9b6c7aa, 0xd62f105d, 0x02441453, 0xd8a1e681, 0xe7d3fbc8,
@@ -16,10 +19,10 @@ static constexpr uint32_t kSines[64] = {
     0x6fa87e4f, 0xfe2ce6e0, 0xa3014314, 0x4e0811a1, 0xf7537e82, 0xbd3af235, 0x2ad7d2bb, 0xeb86d391};
 
 // The rotations of the four rounds, each repeated four times.
-static constexpr int kRotations[4][4] = {{7, 12, 17, 22}, {5, 9, 14, 20}, {4, 11, 16, 23}, {6, 10, 15, 21}};
+constexpr int kRotations[4][4] = {{7, 12, 17, 22}, {5, 9, 14, 20}, {4, 11, 16, 23}, {6, 10, 15, 21}};
 
 // Mixes one 64-byte block into the state (RFC 1321, 3.4).
-static void addBlock(uint32_t state[4], const unsigned char* block)
+void addBlock(uint32_t state[4], const unsigned char* block)
 {
     uint32_t words[16];
     for (size_t i = 0; i < 16; ++i)
@@ -58,6 +61,8 @@ static void addBlock(uint32_t state[4], const unsigned char* block)
     state[3] += d;
 }
 
+} // namespace
+
 void md5file_clear(md5file_context* context)
 {
     *context = {{0x67452301, 0xefcdab89, 0x98badcfe, 0x10325476}, 0, {}};
@@ -65,7 +70,7 @@ void md5file_clear(md5file_context* context)
 
 void md5file_addn(md5file_context* context, const void* bytes, size_t count)
 {
-    const unsigned char* next = static_cast<const unsigned char*>(bytes);
+    const auto* next = static_cast<const unsigned char*>(bytes);
     while (count > 0) {
         const size_t used = context->length % sizeof context->block;
         const size_t room = sizeof context->block - used;
@@ -101,12 +106,12 @@ void md5file_hash(md5file_context* context, unsigned char digest[16])
 
 void md5file_sprint_hash(md5file_context* context, char* out)
 {
-    static constexpr char hexDigits[] = "0123456789abcdef";
+    static constexpr char kHexDigits[] = "0123456789abcdef";
     unsigned char digest[16];
     md5file_hash(context, digest);
     for (unsigned char byte : digest) {
-        *out++ = hexDigits[byte >> 4];
-        *out++ = hexDigits[byte & 15];
+        *out++ = kHexDigits[byte >> 4];
+        *out++ = kHexDigits[byte & 15];
     }
     *out = '\0';
 }
@@ -115,7 +120,7 @@ char* md5_checksum(const char* text)
 {
     if (text == nullptr || *text == '\0')
         return nullptr;
-    char* digest = static_cast<char*>(malloc(36));
+    auto* digest = static_cast<char*>(malloc(36));
     if (digest == nullptr)
         return nullptr;
     md5file_context context;

@@ -1,3 +1,7 @@
+// Sources: the firmware's System Information structure, twice: from the parsed table, and read directly behind an
+// entry point whose checksums hold, for what the table lacks; uname for the machine's kind. The texts are what the
+// vendor left there; placeholders such as "System Model" count as nothing in the parsed table alone.
+
 #include "linux/ComponentIDGroup.h"
 
 #include <string>
@@ -9,16 +13,19 @@
 #include "SMBIOS/slm_mmap.h"
 #include "com/VexDebug.h"
 #include "com/VexTable.h"
-#include "linux/FirmwareText.h"
+#include "linux/firmware/FirmwareText.h"
 
-static constexpr size_t kMostDirectText = 31;
-static constexpr size_t kMostManufacturer = 255;
+namespace
+{
+
+constexpr size_t kMostDirectText = 31;
+constexpr size_t kMostManufacturer = 255;
 
 // Bytes of the System Information structure that hold string numbers.
-static constexpr int kManufacturer = 4;
-static constexpr int kProduct = 5;
-static constexpr int kVersion = 6;
-static constexpr int kSerialNumber = 7;
+constexpr int kManufacturer = 4;
+constexpr int kProduct = 5;
+constexpr int kVersion = 6;
+constexpr int kSerialNumber = 7;
 
 // The System Information structure as the group finds it itself, without the parsed table.
 class DirectReading
@@ -33,7 +40,7 @@ public:
     bool succeeded() const { return succeeded_; }
     // The string whose number stands at that byte, cut to at most maxLength characters; fallback when there is none. An
     // empty string is a value.
-    std::string text(int byte, size_t maxLength, const std::string& fallback) const;
+    std::string stringAt(int byte, size_t maxLength, const std::string& fallback) const;
 
 private:
     void readEntry(const smbios_table_entry_point& entryPoint);
@@ -69,7 +76,7 @@ void DirectReading::readEntry(const smbios_table_entry_point& entryPoint)
     slm_phys_munmap(&handle);
 }
 
-std::string DirectReading::text(int byte, size_t maxLength, const std::string& fallback) const
+std::string DirectReading::stringAt(int byte, size_t maxLength, const std::string& fallback) const
 {
     const int number = entry_.header[byte];
     if (number < 1 || number > count_ || entry_.strings[number - 1] == nullptr)
@@ -77,16 +84,14 @@ std::string DirectReading::text(int byte, size_t maxLength, const std::string& f
     return std::string(entry_.strings[number - 1]).substr(0, maxLength);
 }
 
-ComponentIDGroup::ComponentIDGroup() : VexGroup(GROUP_COMPONENTID, 1) {}
-
 // Manufacturer; returns the text that the product's begins with.
-static std::string addManufacturer(VexTableRow* row, const SMBIOSTable1Data* parsed, const DirectReading& direct)
+std::string addManufacturer(VexTableRow* row, const SMBIOSTable1Data* parsed, const DirectReading& direct)
 {
     std::string manufacturer = parsed == nullptr ? "" : validatedText(parsed->getManufacturer());
     if (manufacturer.empty()) {
         if (!direct.succeeded())
             return "";
-        manufacturer = direct.text(kManufacturer, kMostManufacturer, "Linux");
+        manufacturer = direct.stringAt(kManufacturer, kMostManufacturer, "Linux");
         VEX_LOG(DEBUG_COMPONENTID, VEX_LEVEL_DETAIL, "\nManufacturer retrieved for linux intel=%s",
                 manufacturer.c_str());
     }
@@ -94,8 +99,8 @@ static std::string addManufacturer(VexTableRow* row, const SMBIOSTable1Data* par
     return manufacturer;
 }
 
-static void addProduct(VexTableRow* row, const SMBIOSTable1Data* parsed, const DirectReading& direct,
-                       const std::string& manufacturer, const utsname& system)
+void addProduct(VexTableRow* row, const SMBIOSTable1Data* parsed, const DirectReading& direct,
+                const std::string& manufacturer, const utsname& system)
 {
     std::string product = parsed == nullptr ? "" : validatedText(parsed->getProduct());
     if (!product.empty()) {
@@ -104,11 +109,15 @@ static void addProduct(VexTableRow* row, const SMBIOSTable1Data* parsed, const D
     } else {
         if (!direct.succeeded())
             return;
-        product = direct.text(kProduct, std::string::npos, manufacturer.empty() ? system.machine : manufacturer);
+        product = direct.stringAt(kProduct, std::string::npos, manufacturer.empty() ? system.machine : manufacturer);
         VEX_LOG(DEBUG_COMPONENTID, VEX_LEVEL_DETAIL, "\nProduct retrieved for linux intel=%s", product.c_str());
     }
     row->addString(COMPONENTID_PRODUCT, product.c_str());
 }
+
+} // namespace
+
+ComponentIDGroup::ComponentIDGroup() : VexGroup(GROUP_COMPONENTID, 1) {}
 
 VexTable* ComponentIDGroup::getTable()
 {
@@ -117,7 +126,7 @@ VexTable* ComponentIDGroup::getTable()
     uname(&system);
 
     const DirectReading direct;
-    const std::string type = direct.text(kVersion, kMostDirectText, "");
+    const std::string type = direct.stringAt(kVersion, kMostDirectText, "");
     if (direct.succeeded())
         VEX_LOG(DEBUG_COMPONENTID, VEX_LEVEL_DETAIL, "\nType retrieved for linux intel=%s", type.c_str());
 
@@ -128,7 +137,7 @@ VexTable* ComponentIDGroup::getTable()
         VEX_LOG(DEBUG_COMPONENTID, VEX_LEVEL_DETAIL, "\nSMBIOS TABLE 1 IS AVAILABLE!\n");
     } else if (direct.succeeded()) {
         VEX_LOG(DEBUG_COMPONENTID, VEX_LEVEL_DETAIL, "\nSMBIOS TABLE 1 IS NOT AVAILABLE!\n");
-        directSerial = direct.text(kSerialNumber, kMostDirectText, "");
+        directSerial = direct.stringAt(kSerialNumber, kMostDirectText, "");
         VEX_LOG(DEBUG_COMPONENTID, VEX_LEVEL_DETAIL, "\nSerialNumber retrieved for linux intel=%s",
                 directSerial.c_str());
     }

@@ -16,3 +16,8 @@ int DeviceNode::control(unsigned long request, void* argument) const
 {
     return ioctl(descriptor_, request, argument);
 }
+
+int DeviceNode::control(unsigned long request, int argument) const
+{
+    return ioctl(descriptor_, request, argument);
+}

@@ -16,6 +16,8 @@ public:
     int descriptor() const { return descriptor_; }
     /// ioctl() on the node: negative, with errno set, when it fails.
     int control(unsigned long request, void* argument) const;
+    /// The same for a request that takes a number.
+    int control(unsigned long request, int argument) const;
 
 private:
     int descriptor_;

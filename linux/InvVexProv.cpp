@@ -1,5 +1,8 @@
 #include "linux/InvVexProv.h"
 
+#include <cstddef>
+#include <iterator>
+
 #include "SMBIOS/SMBIOSTable.h"
 #include "com/VexDebug.h"
 #include "linux/ComponentIDGroup.h"
@@ -18,61 +21,73 @@
 #include "linux/StorageGroup.h"
 #include "linux/UnixSystemParamsGroup.h"
 
-// The registry: one collector per group, null before loadGroups. Its order is the order of creation and destruction.
-static OperatingSystemGroup* opSys;
-static IpAddressGroup* ipAddr;
-static MemoryGroup* memGrp;
-static MemoryModulesGroup* memModulesGrp;
-static RegionalGroup* regional;
-static NetworkAdapterGroup* networkAdapter;
-static ProcessorGroup* procGrp;
-static ScanInfoGroup* scanInfo;
-static StorageGroup* strgGrp;
-static UnixSystemParamsGroup* unixParams;
-static ComponentIDGroup* compID;
-static PartitionGroup* partitionGrp;
-static SMBIOSGroup* smbiosGrp;
-static PCIDeviceGroup* pci;
-static LParGroup* lpar;
-
-static void loadGroups()
+namespace
 {
-    opSys = new OperatingSystemGroup;
-    ipAddr = new IpAddressGroup;
-    memGrp = new MemoryGroup;
-    memModulesGrp = new MemoryModulesGroup;
-    regional = new RegionalGroup;
-    networkAdapter = new NetworkAdapterGroup;
-    procGrp = new ProcessorGroup;
-    scanInfo = new ScanInfoGroup;
-    strgGrp = new StorageGroup;
-    unixParams = new UnixSystemParamsGroup;
-    compID = new ComponentIDGroup;
-    partitionGrp = new PartitionGroup;
-    smbiosGrp = new SMBIOSGroup;
-    pci = new PCIDeviceGroup;
-    lpar = new LParGroup;
+
+// A collector is made by vexInit and deleted, through its own type, by vexTerm.
+struct Collector {
+    VexGroup* group; // null before vexInit
+    VexGroup* (*create)();
+    void (*destroy)(VexGroup* group);
+};
+
+template <class Group>
+constexpr Collector entryOf()
+{
+    return {.group = nullptr,
+            .create = []() -> VexGroup* { return new Group; },
+            .destroy = [](VexGroup* group) { delete static_cast<Group*>(group); }};
 }
 
-// The pointers are not cleared: a program ends its one vexInit with one vexTerm.
-static void freeGroups()
+// Every collector, in the order of the report. Listed here and not in the catalog, which also describes groups that
+// nothing collects.
+// clang-format off
+constinit Collector collectors[] = {
+    entryOf<ComponentIDGroup>(),
+    entryOf<ProcessorGroup>(),
+    entryOf<MemoryGroup>(),
+    entryOf<MemoryModulesGroup>(),
+    entryOf<OperatingSystemGroup>(),
+    entryOf<StorageGroup>(),
+    entryOf<IpAddressGroup>(),
+    entryOf<NetworkAdapterGroup>(),
+    entryOf<RegionalGroup>(),
+    entryOf<UnixSystemParamsGroup>(),
+    entryOf<ScanInfoGroup>(),
+    entryOf<PartitionGroup>(),
+    entryOf<SMBIOSGroup>(),
+    entryOf<PCIDeviceGroup>(),
+    entryOf<LParGroup>(),
+};
+// clang-format on
+
+// Ids that vexGetSupportedTables has room for, the terminator included.
+constexpr size_t kListSize = 32;
+static_assert(std::size(collectors) < kListSize);
+
+void loadGroups()
 {
-    delete opSys;
-    delete ipAddr;
-    delete memGrp;
-    delete memModulesGrp;
-    delete regional;
-    delete networkAdapter;
-    delete procGrp;
-    delete scanInfo;
-    delete strgGrp;
-    delete unixParams;
-    delete compID;
-    delete partitionGrp;
-    delete smbiosGrp;
-    delete pci;
-    delete lpar;
+    for (Collector& entry : collectors)
+        entry.group = entry.create();
 }
+
+void freeGroups()
+{
+    for (Collector& entry : collectors) {
+        entry.destroy(entry.group);
+        entry.group = nullptr;
+    }
+}
+
+VexGroup* collectorOf(uint32_t groupId)
+{
+    for (const Collector& entry : collectors)
+        if (entry.group != nullptr && entry.group->getGroupId() == groupId)
+            return entry.group;
+    return nullptr;
+}
+
+} // namespace
 
 void vexInit(uint32_t category, uint32_t level, const char* logName)
 {
@@ -85,54 +100,12 @@ void vexInit(uint32_t category, uint32_t level, const char* logName)
 
 uint32_t* vexGetSupportedTables()
 {
-    // The groups in report order. Fixed here: the catalog also describes groups that nothing collects.
-    const VexGroup* const reportOrder[] = {compID,   procGrp,      memGrp,         memModulesGrp, opSys,
-                                           strgGrp,  ipAddr,       networkAdapter, regional,      unixParams,
-                                           scanInfo, partitionGrp, smbiosGrp,      pci,           lpar};
-    uint32_t* const list = new uint32_t[32];
+    auto* const list = new uint32_t[kListSize];
     uint32_t* next = list;
-    for (const VexGroup* group : reportOrder)
-        *next++ = static_cast<uint32_t>(group->getGroupId());
+    for (const Collector& entry : collectors)
+        *next++ = static_cast<uint32_t>(entry.group->getGroupId());
     *next = VEX_END;
     return list;
-}
-
-static VexGroup* collectorOf(uint32_t groupId)
-{
-    switch (groupId) {
-    case GROUP_COMPONENTID:
-        return compID;
-    case GROUP_PROCESSOR:
-        return procGrp;
-    case GROUP_MEMORY:
-        return memGrp;
-    case GROUP_OPERATING_SYSTEM:
-        return opSys;
-    case GROUP_STORAGE:
-        return strgGrp;
-    case GROUP_IP_ADDRESS:
-        return ipAddr;
-    case GROUP_NETWORK_ADAPTER:
-        return networkAdapter;
-    case GROUP_REGIONAL:
-        return regional;
-    case GROUP_UNIX_SYSTEM_PARAMS:
-        return unixParams;
-    case GROUP_SCAN_INFO:
-        return scanInfo;
-    case GROUP_SMBIOS:
-        return smbiosGrp;
-    case GROUP_PARTITION:
-        return partitionGrp;
-    case GROUP_PCI_DEVICE:
-        return pci;
-    case GROUP_MEMORY_MODULES:
-        return memModulesGrp;
-    case GROUP_LPAR:
-        return lpar;
-    default:
-        return nullptr;
-    }
 }
 
 VexTable* vexGetTable(uint32_t groupId)

@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "com/VexGroup.h"
-#include "linux/CpuInfo.h"
+#include "linux/processor/CpuInfo.h"
 
 /// Collector of group "Lpar": the machine as a single partition.
 class LParGroup final : public VexGroup

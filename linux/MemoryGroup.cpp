@@ -1,3 +1,6 @@
+// Sources: /proc/meminfo, or sysinfo where that says nothing; the C library for the page size; the firmware's memory
+// controller and memory array for the slots, which are believed as the board's vendor described them.
+
 #include "linux/MemoryGroup.h"
 
 #include <algorithm>
@@ -8,48 +11,77 @@
 #include "SMBIOS/SMMemory.h"
 #include "com/VexDebug.h"
 #include "com/VexTable.h"
-#include "linux/TextParse.h"
+#include "linux/text/TextParse.h"
+
+namespace
+{
 
 // What is read from /proc/meminfo is logged under another group's bit: who filters old logs by category expects it
 // there.
-static constexpr uint32_t DEBUG_MEMINFO = DEBUG_NETWORK_ADAPTER;
+constexpr uint32_t kMeminfoMask = DEBUG_NETWORK_ADAPTER;
+
+// Takes one line; false when it repeats the total that is already there, 0 included.
+bool takeMeminfoLine(char* line, MemoryAmounts* amounts)
+{
+    if (contains(line, "MemTotal: ")) {
+        const auto total = static_cast<uint32_t>(parseVal(line));
+        if (total == amounts->total) {
+            VEX_LOG(kMeminfoMask, VEX_LEVEL_DETAIL, "\nmatches sysinfo data, so exiting from getFromMeminfo");
+            return false;
+        }
+        VEX_LOG(kMeminfoMask, VEX_LEVEL_DETAIL, "\nprevious totalPhysMem = %u\n", amounts->total);
+        amounts->total = total;
+    } else if (contains(line, "MemFree: ")) {
+        amounts->free = static_cast<uint32_t>(parseVal(line));
+    } else if (contains(line, "SwapTotal: ")) {
+        amounts->swapTotal = static_cast<uint32_t>(parseVal(line));
+    } else if (contains(line, "SwapFree: ")) {
+        amounts->swapFree = static_cast<uint32_t>(parseVal(line));
+    }
+    return true;
+}
+
+// The unit of the system call's numbers is taken for a byte, whatever it says.
+uint32_t kilobytes(unsigned long bytes)
+{
+    return static_cast<uint32_t>(std::min<unsigned long>(bytes >> 10, UINT32_MAX));
+}
+
+MemoryAmounts askSysinfo()
+{
+    struct sysinfo info = {};
+    sysinfo(&info);
+    return {kilobytes(info.totalram), kilobytes(info.freeram), kilobytes(info.totalswap), kilobytes(info.freeswap)};
+}
+
+MemoryAmounts readAmounts()
+{
+    MemoryAmounts amounts;
+    if (getFromMeminfo(&amounts.total, &amounts.free, &amounts.swapTotal, &amounts.swapFree) == 0) {
+        VEX_LOG(kMeminfoMask, VEX_LEVEL_DETAIL, "\ngetFromMeminfo returned 0 - using sysinfo");
+        return askSysinfo();
+    }
+    VEX_LOG(kMeminfoMask, VEX_LEVEL_DETAIL, "\ngetFromMeminfo successful");
+    return amounts;
+}
+
+} // namespace
 
 MemoryGroup::MemoryGroup() : VexGroup(GROUP_MEMORY, 1) {}
 
 int32_t parseVal(char* line)
 {
-    VEX_LOG(DEBUG_MEMINFO, VEX_LEVEL_DETAIL, "\n%s", line);
+    VEX_LOG(kMeminfoMask, VEX_LEVEL_DETAIL, "\n%s", line);
     char* rest = nullptr;
     strtok_r(line, " \n", &rest);
     const char* value = strtok_r(nullptr, " \t:", &rest);
     return value == nullptr ? 0 : parseLong(value);
 }
 
-// Takes one line; false when it repeats the total that is already there, 0 included.
-static bool takeMeminfoLine(char* line, MemoryAmounts* amounts)
-{
-    if (strstr(line, "MemTotal: ") != nullptr) {
-        const auto total = static_cast<uint32_t>(parseVal(line));
-        if (total == amounts->total) {
-            VEX_LOG(DEBUG_MEMINFO, VEX_LEVEL_DETAIL, "\nmatches sysinfo data, so exiting from getFromMeminfo");
-            return false;
-        }
-        VEX_LOG(DEBUG_MEMINFO, VEX_LEVEL_DETAIL, "\nprevious totalPhysMem = %u\n", amounts->total);
-        amounts->total = total;
-    } else if (strstr(line, "MemFree: ") != nullptr) {
-        amounts->free = static_cast<uint32_t>(parseVal(line));
-    } else if (strstr(line, "SwapTotal: ") != nullptr) {
-        amounts->swapTotal = static_cast<uint32_t>(parseVal(line));
-    } else if (strstr(line, "SwapFree: ") != nullptr) {
-        amounts->swapFree = static_cast<uint32_t>(parseVal(line));
-    }
-    return true;
-}
-
 bool readMeminfo(TextStream& stream, MemoryAmounts* amounts)
 {
     if (stream.atEnd()) {
-        VEX_LOG(DEBUG_MEMINFO, VEX_LEVEL_DETAIL, "\nCould not open file /proc/meminfo\n");
+        VEX_LOG(kMeminfoMask, VEX_LEVEL_DETAIL, "\nCould not open file /proc/meminfo\n");
         return false;
     }
     char line[256];
@@ -63,7 +95,7 @@ bool readMeminfo(TextStream& stream, MemoryAmounts* amounts)
 int getFromMeminfo(uint32_t* total, uint32_t* free, uint32_t* swapTotal, uint32_t* swapFree)
 {
     TextStream stream = TextStream::openFile("/proc/meminfo");
-    VEX_LOG(DEBUG_MEMINFO, VEX_LEVEL_DETAIL, "\nOpening /proc/meminfo\n");
+    VEX_LOG(kMeminfoMask, VEX_LEVEL_DETAIL, "\nOpening /proc/meminfo\n");
     MemoryAmounts amounts{*total, *free, *swapTotal, *swapFree};
     const bool complete = readMeminfo(stream, &amounts);
     *total = amounts.total;
@@ -73,33 +105,9 @@ int getFromMeminfo(uint32_t* total, uint32_t* free, uint32_t* swapTotal, uint32_
     return complete ? 1 : 0;
 }
 
-// The unit of the system call's numbers is taken for a byte, whatever it says.
-static uint32_t kilobytes(unsigned long bytes)
-{
-    return static_cast<uint32_t>(std::min<unsigned long>(bytes >> 10, UINT32_MAX));
-}
-
-static MemoryAmounts askSysinfo()
-{
-    struct sysinfo info = {};
-    sysinfo(&info);
-    return {kilobytes(info.totalram), kilobytes(info.freeram), kilobytes(info.totalswap), kilobytes(info.freeswap)};
-}
-
-static MemoryAmounts readAmounts()
-{
-    MemoryAmounts amounts;
-    if (getFromMeminfo(&amounts.total, &amounts.free, &amounts.swapTotal, &amounts.swapFree) == 0) {
-        VEX_LOG(DEBUG_MEMINFO, VEX_LEVEL_DETAIL, "\ngetFromMeminfo returned 0 - using sysinfo");
-        return askSysinfo();
-    }
-    VEX_LOG(DEBUG_MEMINFO, VEX_LEVEL_DETAIL, "\ngetFromMeminfo successful");
-    return amounts;
-}
-
 VexTableRow* newMemoryRow(const MemoryAmounts& amounts, uint32_t pageSize, const MemorySlots& slots)
 {
-    auto* row = new VexTableRow;
+    auto* const row = new VexTableRow;
     row->addULong(MEMORY_TOTAL_PHYSICAL, amounts.total);
     row->addULong(MEMORY_FREE_PHYSICAL, amounts.free);
     row->addULong(MEMORY_TOTAL_VIRTUAL, amounts.swapTotal);
@@ -124,7 +132,7 @@ VexTable* MemoryGroup::getTable()
     const auto pageSize = static_cast<uint32_t>(getpagesize());
     MemorySlots slots;
     getMemorySpecs(&slots.maxModuleSizeMB, &slots.count);
-    auto* table = new VexTable(getGroupId(), getGroupVersion());
+    auto* const table = new VexTable(getGroupId(), getGroupVersion());
     table->addRow(newMemoryRow(amounts, pageSize, slots));
     return table;
 }

@@ -4,7 +4,7 @@
 
 #include "com/VexGroup.h"
 #include "com/VexTableRow.h"
-#include "linux/TextStream.h"
+#include "linux/text/TextStream.h"
 
 /// Collector of group "Memory": physical memory, swap space, pages and memory slots.
 class MemoryGroup final : public VexGroup

@@ -1,3 +1,6 @@
+// Source: the firmware's Memory Device structures, or its Memory Module structures where it has none of those. They
+// are believed as the board's vendor described them; nothing compares them with the memory that the kernel sees.
+
 #include "linux/MemoryModulesGroup.h"
 
 #include <cstddef>
@@ -8,10 +11,10 @@
 #include "SMBIOS/SMMemory.h"
 #include "com/VexDebug.h"
 #include "com/VexTable.h"
-#include "linux/FirmwareText.h"
+#include "linux/firmware/FirmwareText.h"
 
-// The modules' lines go with every group that asks about memory.
-static constexpr uint32_t kModuleMask = 0x1F;
+namespace
+{
 
 // One module, as the report shows it.
 struct MemoryModule {
@@ -28,30 +31,30 @@ struct BitWord {
 };
 
 // Memory Device: form factor and memory type by value (DSP0134, 7.18.1 and 7.18.2), type detail by bit (7.18.3).
-static constexpr const char* kFormFactors[] = {
+constexpr const char* kFormFactors[] = {
     nullptr, nullptr, nullptr,        "SIMM", "SIP",    "Chip", "DIP", "ZIP", "Proprietary Card",
     "DIMM",  "TSOP",  "Row of chips", "RIMM", "SODIMM", "SRIMM"};
-static constexpr const char* kMemoryTypes[] = {nullptr, nullptr, nullptr, "DRAM",  "EDRAM",  "VRAM",
-                                               "SRAM",  "RAM",   "ROM",   "FLASH", "EEPROM", "FEPROM",
-                                               "EPROM", "CDRAM", "3DRAM", "SDRAM", "SGRAM",  "RDRAM"};
-static constexpr BitWord kTypeDetails[] = {
+constexpr const char* kMemoryTypes[] = {nullptr, nullptr, nullptr, "DRAM",  "EDRAM",  "VRAM",
+                                        "SRAM",  "RAM",   "ROM",   "FLASH", "EEPROM", "FEPROM",
+                                        "EPROM", "CDRAM", "3DRAM", "SDRAM", "SGRAM",  "RDRAM"};
+constexpr BitWord kTypeDetails[] = {
     {3, "Fast-paged "}, {4, "Static column "}, {5, "Pseudo-static "}, {6, "Rambus "},      {7, "Synchronous "},
     {8, "CMOS "},       {9, "EDO "},           {10, "Window DRAM "},  {11, "Cache DRAM "}, {12, "Non-volatile "}};
 
 // Memory Module: current memory type by bit (DSP0134, 7.7.1), in the order of the report.
-static constexpr BitWord kModuleTypes[] = {{5, "Parity "}, {6, "ECC "},       {2, "Standard "}, {3, "Fast Page Mode "},
-                                           {4, "EDO "},    {9, "Burst EDO "}, {10, "SDRAM "}};
-static constexpr int kSimmBit = 7;
-static constexpr int kDimmBit = 8;
+constexpr BitWord kModuleTypes[] = {{5, "Parity "}, {6, "ECC "},       {2, "Standard "}, {3, "Fast Page Mode "},
+                                    {4, "EDO "},    {9, "Burst EDO "}, {10, "SDRAM "}};
+constexpr int kSimmBit = 7;
+constexpr int kDimmBit = 8;
 
 template <size_t N>
-static const char* nameOf(const char* const (&names)[N], unsigned value)
+const char* nameOf(const char* const (&names)[N], unsigned value)
 {
     return value < N && names[value] != nullptr ? names[value] : "";
 }
 
 template <size_t N>
-static std::string wordsOf(const BitWord (&words)[N], unsigned bits)
+std::string wordsOf(const BitWord (&words)[N], unsigned bits)
 {
     std::string text;
     for (const BitWord& word : words)
@@ -60,13 +63,13 @@ static std::string wordsOf(const BitWord (&words)[N], unsigned bits)
     return text;
 }
 
-static void dropTrailingBlank(std::string* text)
+void dropTrailingBlank(std::string* text)
 {
     if (!text->empty() && text->back() == ' ')
         text->pop_back();
 }
 
-static MemoryModule describeDevice(const SMBIOSTable17Data& device)
+MemoryModule describeDevice(const SMBIOSTable17Data& device)
 {
     MemoryModule module;
     module.sizeMB = static_cast<uint32_t>(device.getSizeKB() >> 10);
@@ -81,7 +84,7 @@ static MemoryModule describeDevice(const SMBIOSTable17Data& device)
     return module;
 }
 
-static MemoryModule describeModule(const SMBIOSTable6Data& record)
+MemoryModule describeModule(const SMBIOSTable6Data& record)
 {
     MemoryModule module;
     const int sizeMB = record.getInstalledSizeMB();
@@ -98,9 +101,9 @@ static MemoryModule describeModule(const SMBIOSTable6Data& record)
 }
 
 // "0x02" and "0x04" before the numbers were meant as widths; readers of the log know the lines so.
-static void traceDevice(int index, const SMBIOSTable17Data& device, const MemoryModule& module)
+void traceDevice(int index, const SMBIOSTable17Data& device, const MemoryModule& module)
 {
-    VEX_LOG(kModuleMask, VEX_LEVEL_DETAIL,
+    VEX_LOG(kMemoryModuleMask, VEX_LEVEL_DETAIL,
             "\n  Module #%i:  %4iMB, SMMemType: 0x02%x/0x04%x, formFactor: 0x02%x\n  Socket: [%s]  packaging: [%s] "
             "type: [%s]",
             index, static_cast<int>(module.sizeMB), static_cast<unsigned>(device.getMemoryType()),
@@ -108,15 +111,15 @@ static void traceDevice(int index, const SMBIOSTable17Data& device, const Memory
             module.socket.c_str(), module.packaging.c_str(), module.type.c_str());
 }
 
-static void traceModule(int index, const SMBIOSTable6Data& record, const MemoryModule& module)
+void traceModule(int index, const SMBIOSTable6Data& record, const MemoryModule& module)
 {
-    VEX_LOG(kModuleMask, VEX_LEVEL_DETAIL,
+    VEX_LOG(kMemoryModuleMask, VEX_LEVEL_DETAIL,
             "\n  Module #%i:  %4iMB, SMMemType: 0x04%x, Socket: %s\n   [packaging: %s type: %s]", index,
             static_cast<int>(module.sizeMB), static_cast<unsigned>(record.getMemoryType()), module.socket.c_str(),
             module.packaging.c_str(), module.type.c_str());
 }
 
-static void addModule(VexTable* table, int index, const MemoryModule& module, uint32_t maxModuleSizeMB)
+void addModule(VexTable* table, int index, const MemoryModule& module, uint32_t maxModuleSizeMB)
 {
     auto* const row = new VexTableRow;
     row->addULong(MEMORY_MODULES_INDEX, static_cast<uint32_t>(index));
@@ -128,6 +131,8 @@ static void addModule(VexTable* table, int index, const MemoryModule& module, ui
     table->addRow(row);
 }
 
+} // namespace
+
 MemoryModulesGroup::MemoryModulesGroup() : VexGroup(GROUP_MEMORY_MODULES, 1) {}
 
 VexTable* MemoryModulesGroup::getTable()
@@ -137,9 +142,9 @@ VexTable* MemoryModulesGroup::getTable()
     const int count6 = firmware == nullptr ? 0 : firmware->getTable6Total();
     const int count17 = firmware == nullptr ? 0 : firmware->getTable17Total();
     if (count6 != 0)
-        VEX_LOG(kModuleMask, VEX_LEVEL_DETAIL, "\n  SMBIOS Table 6 is available (%i).", count6);
+        VEX_LOG(kMemoryModuleMask, VEX_LEVEL_DETAIL, "\n  SMBIOS Table 6 is available (%i).", count6);
     if (count17 != 0)
-        VEX_LOG(kModuleMask, VEX_LEVEL_DETAIL, "\n  SMBIOS Table 17 is available (%i).", count17);
+        VEX_LOG(kMemoryModuleMask, VEX_LEVEL_DETAIL, "\n  SMBIOS Table 17 is available (%i).", count17);
     unsigned int maxModuleSizeMB, slots;
     getMemorySpecs(&maxModuleSizeMB, &slots);
     if (count6 == 0 && count17 == 0)

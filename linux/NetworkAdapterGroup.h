@@ -13,5 +13,5 @@ public:
     VexTable* getTable() override;
 };
 
-/// The adapter type (a value of the attribute's enumeration) that an interface's name tells by its prefix; logs it.
+/// The NetworkAdapterType that an interface's name tells by its prefix; logs it.
 uint32_t adapterType(const char* interfaceName);

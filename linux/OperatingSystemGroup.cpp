@@ -8,16 +8,17 @@
 #include <sys/utsname.h>
 
 #include "com/VexDebug.h"
+#include "com/VexEnumValues.h"
 #include "com/VexTable.h"
-#include "linux/KernelVersion.h"
-#include "linux/ReleaseFile.h"
+#include "linux/system/KernelVersion.h"
+#include "linux/system/ReleaseFile.h"
+#include "linux/text/TextParse.h"
 
-// Values of OS_TYPE_ENUM_DEF.
-static constexpr uint32_t kTypeLinux = 37;
-static constexpr uint32_t kTypeLinuxPpc = 67;
+namespace
+{
 
 // The distributions that write a release file, in the order in which they are asked.
-static constexpr const char* kReleaseFiles[] = {
+constexpr const char* kReleaseFiles[] = {
     "/etc/redhat-release",
     "/etc/turbolinux-release",
     "/etc/SuSE-release",
@@ -25,13 +26,13 @@ static constexpr const char* kReleaseFiles[] = {
 };
 
 // One distribution writes none and is known by other marks.
-static constexpr char kCalderaMark[] = "/etc/.installed";
-static constexpr char kCalderaIssue[] = "/etc/.issue";
-static constexpr char kCalderaName[] = "Caldera Linux";
+constexpr char kCalderaMark[] = "/etc/.installed";
+constexpr char kCalderaIssue[] = "/etc/.issue";
+constexpr char kCalderaName[] = "Caldera Linux";
 
-static constexpr char kDefaultName[] = "Linux";
+constexpr char kDefaultName[] = "Linux";
 
-static KernelVersion readKernelVersion()
+KernelVersion readKernelVersion()
 {
     struct utsname kernel;
     if (uname(&kernel) != 0)
@@ -41,20 +42,20 @@ static KernelVersion readKernelVersion()
     return parseKernelRelease(kernel.release);
 }
 
-static bool isCaldera()
+bool isCaldera()
 {
     if (TextStream::openFile(kCalderaMark))
         return true;
     TextStream issue = TextStream::openFile(kCalderaIssue);
     char line[256];
     while (issue.readLine(line))
-        if (strstr(line, "Caldera") != nullptr)
+        if (contains(line, "Caldera"))
             return true;
     return false;
 }
 
 // The distribution's name, which is also its description; empty when a release file is empty.
-static std::string readDistribution()
+std::string readDistribution()
 {
     for (const char* path : kReleaseFiles) {
         TextStream file = TextStream::openFile(path);
@@ -67,7 +68,7 @@ static std::string readDistribution()
     return isCaldera() ? kCalderaName : "";
 }
 
-static std::string readArchitecture()
+std::string readArchitecture()
 {
     static constexpr size_t kMaxLength = 19;
     struct utsname kernel;
@@ -79,7 +80,7 @@ static std::string readArchitecture()
 }
 
 // Adopts the environment's messages locale for the rest of the process.
-static const char* adoptMessagesLocale()
+const char* adoptMessagesLocale()
 {
     const char* locale = setlocale(LC_MESSAGES, "");
     if (locale != nullptr)
@@ -88,32 +89,35 @@ static const char* adoptMessagesLocale()
     return setlocale(LC_MESSAGES, nullptr);
 }
 
+} // namespace
+
 OperatingSystemGroup::OperatingSystemGroup() : VexGroup(GROUP_OPERATING_SYSTEM, 1) {}
 
 VexTable* OperatingSystemGroup::getTable()
 {
     const VexGroupFrame frame(DEBUG_OPERATING_SYSTEM, "OperatingSystem");
-    VexTable* table = new VexTable(getGroupId(), getGroupVersion());
-    VexTableRow* row = new VexTableRow;
+    auto* const table = new VexTable(getGroupId(), getGroupVersion());
+    auto* const row = new VexTableRow;
 
     const KernelVersion version = readKernelVersion();
     std::string name = readDistribution();
-    const uint32_t type = name.find("PPC") != std::string::npos ? kTypeLinuxPpc : kTypeLinux;
+    const uint32_t type =
+        name.find("PPC") != std::string::npos ? OPERATING_SYSTEM_TYPE_LINUX_PPC : OPERATING_SYSTEM_TYPE_LINUX;
     if (name.empty())
         name = kDefaultName;
     const std::string architecture = readArchitecture();
     static constexpr char kKernelMode[] = ""; // nothing on this platform tells it
     VEX_LOG(DEBUG_OPERATING_SYSTEM, VEX_LEVEL_DETAIL, "\nKernel mode retrieved=%s", kKernelMode);
 
-    row->addString(OPER_SYS_NAME, name.c_str());
-    row->addULong(OPER_SYS_TYPE, type);
-    row->addULong(OPER_SYS_MAJOR_VERSION, static_cast<uint32_t>(version.major));
-    row->addULong(OPER_SYS_MINOR_VERSION, static_cast<uint32_t>(version.minor));
-    row->addString(OPER_SYS_SUB_VERSION, version.sub.c_str());
-    row->addString(OPER_SYS_ARCH, architecture.c_str());
-    row->addString(OPER_SYS_KERNEL_MODE, kKernelMode);
-    row->addString(OPER_SYS_DESCRIPTION, name.c_str());
-    row->addString(OPER_SYS_MESSAGES_LOCALE, adoptMessagesLocale());
+    row->addString(OPERATING_SYSTEM_NAME, name.c_str());
+    row->addULong(OPERATING_SYSTEM_TYPE, type);
+    row->addULong(OPERATING_SYSTEM_MAJOR_VERSION, static_cast<uint32_t>(version.major));
+    row->addULong(OPERATING_SYSTEM_MINOR_VERSION, static_cast<uint32_t>(version.minor));
+    row->addString(OPERATING_SYSTEM_SUB_VERSION, version.sub.c_str());
+    row->addString(OPERATING_SYSTEM_ARCH, architecture.c_str());
+    row->addString(OPERATING_SYSTEM_KERNEL_MODE, kKernelMode);
+    row->addString(OPERATING_SYSTEM_DESCRIPTION, name.c_str());
+    row->addString(OPERATING_SYSTEM_MESSAGES_LOCALE, adoptMessagesLocale());
     table->addRow(row);
     return table;
 }

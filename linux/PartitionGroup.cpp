@@ -1,3 +1,6 @@
+// Sources: the mount table in /etc/mtab, which lags behind the kernel where mount keeps it as a file of its own;
+// statvfs of every mount point for the sizes; /proc/swaps.
+
 #include "linux/PartitionGroup.h"
 
 #include <memory>
@@ -5,9 +8,9 @@
 
 #include "com/VexDebug.h"
 #include "com/VexTable.h"
-#include "linux/PartitionMounts.h"
-#include "linux/PartitionRows.h"
-#include "linux/PartitionSwaps.h"
+#include "linux/partition/PartitionMounts.h"
+#include "linux/partition/PartitionRows.h"
+#include "linux/partition/PartitionSwaps.h"
 
 namespace
 {
@@ -27,7 +30,7 @@ VexTable* PartitionGroup::getTable()
     MountTable mountTable(setmntent("/etc/mtab", "r"));
     if (mountTable == nullptr)
         return nullptr;
-    auto* table = new VexTable(getGroupId(), getGroupVersion());
+    auto* const table = new VexTable(getGroupId(), getGroupVersion());
     beginPartitionRows(table);
     addMountEntries(mountTable.get());
     mountTable.reset();

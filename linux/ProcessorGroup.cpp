@@ -1,3 +1,7 @@
+// Sources: the C library for the number of processors; /proc/cpuinfo; the firmware's Processor structures. The
+// kernel is believed for flags, the firmware for family and clocks where it tells them, and for the number of
+// sockets. All rows carry the facts of the first processor.
+
 #include "linux/ProcessorGroup.h"
 
 #include <algorithm>
@@ -8,14 +12,15 @@
 #include "SMBIOS/SMProcessor.h"
 #include "com/VexDebug.h"
 #include "com/VexTable.h"
-#include "linux/ProcessorFacts.h"
+#include "linux/processor/ProcessorFacts.h"
+
+namespace
+{
 
 // Twice what any kernel runs on: a count that only a forged list can give must not fill the memory with rows.
-static constexpr int32_t kMaxProcessors = 16384;
+constexpr int32_t kMaxProcessors = 16384;
 
-ProcessorGroup::ProcessorGroup() : VexGroup(GROUP_PROCESSOR, 1) {}
-
-static int32_t countAvailableProcessors()
+int32_t countAvailableProcessors()
 {
     const int32_t count = get_nprocs();
     VEX_LOG(DEBUG_PROCESSOR, VEX_LEVEL_DETAIL, "\nnumber of procs available =%ld", sysconf(_SC_NPROCESSORS_CONF));
@@ -25,13 +30,13 @@ static int32_t countAvailableProcessors()
     return count;
 }
 
-static CpuInfo readKernelFacts()
+CpuInfo readKernelFacts()
 {
     TextStream stream = TextStream::openFile("/proc/cpuinfo");
     return readCpuInfo(stream);
 }
 
-static FirmwareProcessor askFirmware()
+FirmwareProcessor askFirmware()
 {
     FirmwareProcessor firmware;
     int features = 0;
@@ -42,10 +47,14 @@ static FirmwareProcessor askFirmware()
     return firmware;
 }
 
+} // namespace
+
+ProcessorGroup::ProcessorGroup() : VexGroup(GROUP_PROCESSOR, 1) {}
+
 VexTable* ProcessorGroup::getTable()
 {
     const VexGroupFrame frame(DEBUG_PROCESSOR, "Processor");
-    auto* table = new VexTable(getGroupId(), getGroupVersion());
+    auto* const table = new VexTable(getGroupId(), getGroupVersion());
     const int32_t available = countAvailableProcessors();
     CpuInfo cpu = readKernelFacts();
     const FirmwareProcessor firmware = askFirmware();

@@ -1,3 +1,6 @@
+// Source: the firmware's BIOS, System, Base Board, Chassis and Hardware Security structures. The texts are what the
+// vendor left there; placeholders such as "System Model" count as nothing.
+
 #include "linux/SMBIOSGroup.h"
 
 #include <cstdio>
@@ -7,19 +10,17 @@
 #include "SMBIOS/SM_HWSecurity.h"
 #include "com/Owned.h"
 #include "com/VexDebug.h"
+#include "com/VexEnumValues.h"
 #include "com/VexTable.h"
 #include "com/md5file.h"
-#include "linux/BiosMif.h"
-#include "linux/FirmwareText.h"
+#include "linux/firmware/BiosMif.h"
+#include "linux/firmware/FirmwareText.h"
+
+namespace
+{
 
 // The values' lines go with the Memory and Operating System groups, not with this one; readers of the log know it so.
-static constexpr uint32_t kValueMask = 0x18;
-
-// Enclosure types that have a name.
-static constexpr int kFirstEnclosure = 1;
-static constexpr int kLastEnclosure = 25;
-
-static constexpr uint32_t kPasswordUnsupported = 2;
+constexpr uint32_t kValueMask = DEBUG_MEMORY | DEBUG_OPERATING_SYSTEM;
 
 // The row under construction, the text that its ID is the digest of, and whether there is anything to identify.
 struct Identification {
@@ -29,7 +30,7 @@ struct Identification {
 };
 
 // Adds a text of the firmware when it holds something. Returns what was added, empty for nothing.
-static std::string addText(Identification* id, unsigned long attrib, const char* firmwareText)
+std::string addText(Identification* id, unsigned long attrib, const char* firmwareText)
 {
     VEX_LOG(kValueMask, VEX_LEVEL_DETAIL, "\n  [%2i] ", static_cast<int>(attrib));
     std::string text = validatedText(firmwareText);
@@ -44,13 +45,13 @@ static std::string addText(Identification* id, unsigned long attrib, const char*
 }
 
 // The same for a text that identifies the machine: "|" stands for one that is not there.
-static void addIdentityText(Identification* id, unsigned long attrib, const char* firmwareText)
+void addIdentityText(Identification* id, unsigned long attrib, const char* firmwareText)
 {
     const std::string text = addText(id, attrib, firmwareText);
     id->identity += text.empty() ? "|" : text;
 }
 
-static void addBios(Identification* id, const SMBIOSTable0Data& bios)
+void addBios(Identification* id, const SMBIOSTable0Data& bios)
 {
     addIdentityText(id, SMBIOS_BIOS_VENDOR, bios.getVendor());
     addIdentityText(id, SMBIOS_BIOS_VERSION, bios.getVersion());
@@ -60,7 +61,7 @@ static void addBios(Identification* id, const SMBIOSTable0Data& bios)
     addIdentityText(id, SMBIOS_BIOS_SIZE, size);
 }
 
-static void addSystem(Identification* id, const SMBIOSTable1Data& system)
+void addSystem(Identification* id, const SMBIOSTable1Data& system)
 {
     addIdentityText(id, SMBIOS_SYSTEM_MANUFACTURER, system.getManufacturer());
     addIdentityText(id, SMBIOS_SYSTEM_PRODUCT_NAME, system.getProduct());
@@ -69,7 +70,7 @@ static void addSystem(Identification* id, const SMBIOSTable1Data& system)
     addText(id, SMBIOS_SYSTEM_UUID, system.getUUIDAsString());
 }
 
-static void addBoard(Identification* id, const SMBIOSTable2Data& board)
+void addBoard(Identification* id, const SMBIOSTable2Data& board)
 {
     addIdentityText(id, SMBIOS_BOARD_MANUFACTURER, board.getManufacturer());
     addIdentityText(id, SMBIOS_BOARD_PRODUCT, board.getProduct());
@@ -77,13 +78,13 @@ static void addBoard(Identification* id, const SMBIOSTable2Data& board)
     addText(id, SMBIOS_BOARD_SERIAL_NUMBER, board.getSerialNumber());
 }
 
-static void addEnclosure(Identification* id, const SMBIOSTable3Data& enclosure)
+void addEnclosure(Identification* id, const SMBIOSTable3Data& enclosure)
 {
     addIdentityText(id, SMBIOS_ENCLOSURE_MANUFACTURER, enclosure.getManufacturer());
-    const int type = enclosure.getType() & 0x7F;
-    VEX_LOG(kValueMask, VEX_LEVEL_DETAIL, "\n  Chassis type: %i", type);
-    if (type >= kFirstEnclosure && type <= kLastEnclosure) {
-        id->row->addULong(SMBIOS_ENCLOSURE_TYPE, static_cast<uint32_t>(type));
+    const uint32_t type = enclosure.getType() & 0x7FU; // the highest bit tells of a lock
+    VEX_LOG(kValueMask, VEX_LEVEL_DETAIL, "\n  Chassis type: %i", static_cast<int>(type));
+    if (type >= SMBIOS_ENCLOSURE_OTHER && type <= SMBIOS_ENCLOSURE_MULTI_SYSTEM) {
+        id->row->addULong(SMBIOS_ENCLOSURE_TYPE, type);
         id->identity += std::to_string(type);
         id->found = true;
     }
@@ -92,13 +93,13 @@ static void addEnclosure(Identification* id, const SMBIOSTable3Data& enclosure)
     addText(id, SMBIOS_ENCLOSURE_ASSET_TAG, enclosure.getAssetTag());
 }
 
-static void traceBlock(int number, bool available)
+void traceBlock(int number, bool available)
 {
     if (available)
         VEX_LOG(kValueMask, VEX_LEVEL_DETAIL, "\nSMBIOS TABLE %d IS AVAILABLE!!", number);
 }
 
-static void addDigest(Identification* id)
+void addDigest(Identification* id)
 {
     if (!id->found)
         return;
@@ -106,16 +107,18 @@ static void addDigest(Identification* id)
     id->row->addString(SMBIOS_ID, OwnedText(md5_checksum(id->identity.c_str())).get());
 }
 
-static void addPassword(VexTableRow* row)
+void addPassword(VexTableRow* row)
 {
     unsigned short powerOn, other;
     SM_HWSecurity(&powerOn, &other);
-    const uint32_t state = powerOn > 3 ? kPasswordUnsupported : powerOn;
+    uint32_t state = powerOn;
+    if (state > SMBIOS_POWERON_PASSWORD_UNKNOWN)
+        state = SMBIOS_POWERON_PASSWORD_UNSUPPORTED;
     VEX_LOG(kValueMask, VEX_LEVEL_DETAIL, "\n PowerOn PW: %d", static_cast<int>(state));
     row->addULong(SMBIOS_POWERON_PASSWORD, state);
 }
 
-static VexTableRow* describeFirmware(const SMBIOSTable& firmware)
+VexTableRow* describeFirmware(const SMBIOSTable& firmware)
 {
     traceBlock(0, firmware.getTable0() != nullptr);
     traceBlock(1, firmware.getTable1() != nullptr);
@@ -134,6 +137,8 @@ static VexTableRow* describeFirmware(const SMBIOSTable& firmware)
     addPassword(id.row);
     return id.row;
 }
+
+} // namespace
 
 SMBIOSGroup::SMBIOSGroup() : VexGroup(GROUP_SMBIOS, 1) {}
 

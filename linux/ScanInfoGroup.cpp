@@ -1,3 +1,6 @@
+// Sources: the clock, and the login records for the time since the system reached its run level, a little after
+// boot. The rest is constant.
+
 #include "linux/ScanInfoGroup.h"
 
 #include <ctime>
@@ -5,13 +8,18 @@
 
 #include "com/VexDebug.h"
 #include "com/VexTable.h"
-#include "linux/LoginRecords.h"
+#include "linux/system/LoginRecords.h"
+
+namespace
+{
 
 // Part of the report's contract: none of these is computed.
-static constexpr char kManufacturer[] = "Quorvane Systems Inc.";
-static constexpr uint32_t kMajorVersion = 4;
-static constexpr uint32_t kMinorVersion = 2;
-static constexpr char kBuild[] = "05/10/06 03:07:11";
+constexpr char kManufacturer[] = "Quorvane Systems Inc.";
+constexpr uint32_t kMajorVersion = 4;
+constexpr uint32_t kMinorVersion = 2;
+constexpr char kBuild[] = "05/10/06 03:07:11";
+
+} // namespace
 
 ScanInfoGroup::ScanInfoGroup() : VexGroup(GROUP_SCAN_INFO, 1) {}
 
@@ -23,8 +31,8 @@ VexTable* ScanInfoGroup::getTable()
     const VexGroupFrame frame(DEBUG_SCAN_INFO, "ScanInfo");
     const std::optional<LoginRecord> runLevel = findRunLevelRecord();
 
-    VexTable* table = new VexTable(getGroupId(), getGroupVersion());
-    VexTableRow* row = new VexTableRow;
+    auto* const table = new VexTable(getGroupId(), getGroupVersion());
+    auto* const row = new VexTableRow;
     row->addString(SCAN_INFO_MANUFACTURER, kManufacturer);
     row->addULong(SCAN_INFO_MAJOR_VERSION, kMajorVersion);
     row->addULong(SCAN_INFO_MINOR_VERSION, kMinorVersion);

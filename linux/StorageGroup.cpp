@@ -1,39 +1,86 @@
+// Sources: one probe for each kind of drive, which asks the kernel's files, the drive itself by ioctl or SCSI command,
+// or fdisk and mount. What a drive says of itself is believed; what cannot be asked leaves 0 and empty texts, and some
+// probes then repeat the drive before, as they say.
+
 #include "linux/StorageGroup.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <sys/stat.h>
 
 #include "com/VexDebug.h"
 #include "com/VexTable.h"
-#include "linux/StorageProbes.h"
-#include "linux/TapeActivity.h"
-#include "linux/TextStream.h"
+#include "linux/storage/CCISSDrives.h"
+#include "linux/storage/CompaqSmartDrives.h"
+#include "linux/storage/DAC960Drives.h"
+#include "linux/storage/DriveRows.h"
+#include "linux/storage/FloppyDrives.h"
+#include "linux/storage/IDEDrives.h"
+#include "linux/storage/SCSIDrives.h"
+#include "linux/storage/TapeActivity.h"
+#include "linux/text/TextStream.h"
 
-// The table under construction, to which the probes add their rows.
-static VexTable* table = nullptr;
-
-void addDriveRow(int* counter, const DriveRow& drive)
+namespace
 {
-    auto* row = new VexTableRow;
-    row->addULong(STORAGE_INDEX, static_cast<uint32_t>(++*counter));
-    row->addString(STORAGE_ID, drive.id);
-    row->addULong(STORAGE_TYPE, drive.type);
-    row->addString(STORAGE_MODEL, drive.model);
-    row->addString(STORAGE_MANUFACTURER, drive.manufacturer);
-    row->addString(STORAGE_SERIAL_NUMBER, drive.serialNumber);
-    row->addULong(STORAGE_CYLINDERS, drive.cylinders);
-    row->addULong(STORAGE_SECTORS, drive.sectors);
-    row->addULong(STORAGE_HEADS, drive.heads);
-    row->addULong(STORAGE_TOTAL_SIZE, drive.megabytes);
-    row->addULong(STORAGE_SECURITY_ENABLED, drive.security);
-    table->addRow(row);
+
+// Takes away whatever stands under the name that the next command writes to: its shell would follow a link planted
+// there, and wait at a pipe. False when something stays.
+bool clearErrorFile()
+{
+    struct stat status;
+    remove("modprobe.error");
+    return lstat("modprobe.error", &status) != 0;
 }
+
+void unloadSG()
+{
+    TextStream::runCommand("/sbin/modprobe --first-time -r sg 2>/dev/null").close();
+}
+
+struct Probe {
+    const char* name;
+    unsigned int (*gather)(int* counter);
+    bool afterNoneOnly = false; // only when the probe before it returned 0
+};
+
+// In the order of the report. The Smart RAID status file is looked at only where the mounted CCISS devices cannot be
+// listed.
+constexpr Probe kProbes[] = {
+    {"gatherIDEDriveInformation", gatherIDEDriveInformation},
+    {"gatherDAC960RAIDDriveInformation", gatherDAC960RAIDDriveInformation},
+    {"gatherCCISSDriveInformation", gatherCCISSDriveInformation},
+    {"gatherCompaqSmartRAIDDriveInformation", gatherCompaqSmartRAIDDriveInformation, true},
+    {"gatherSCSIDriveInformation", gatherSCSIDriveInformation},
+    {"gatherFloppyDriveInformation", gatherFloppyDriveInformation},
+};
+
+unsigned int runProbe(const Probe& probe, int* counter)
+{
+    VEX_LOG(DEBUG_STORAGE, VEX_LEVEL_DETAIL, "\n %s call %s()", vexTimeLine(time(nullptr)), probe.name);
+    const unsigned int result = probe.gather(counter);
+    VEX_LOG(DEBUG_STORAGE, VEX_LEVEL_DETAIL, "\n %s  exit %s()", vexTimeLine(time(nullptr)), probe.name);
+    return result;
+}
+
+void runProbes()
+{
+    int counter = 0;
+    unsigned int result = 0;
+    for (const Probe& probe : kProbes)
+        if (!probe.afterNoneOnly || result == 0)
+            result = runProbe(probe, &counter);
+}
+
+} // namespace
 
 int loadSG()
 {
     int loaded = 0;
+    if (!clearErrorFile())
+        return loaded;
     TextStream modprobe = TextStream::runCommand("/sbin/modprobe --first-time sg 2>modprobe.error");
-    const bool ran = static_cast<bool>(modprobe);
+    const auto ran = static_cast<bool>(modprobe);
     modprobe.close();
     if (ran) {
         TextStream errors = TextStream::runCommand("cat modprobe.error 2>/dev/null");
@@ -45,40 +92,14 @@ int loadSG()
     return loaded;
 }
 
-static void unloadSG()
-{
-    TextStream::runCommand("/sbin/modprobe --first-time -r sg 2>/dev/null").close();
-}
-
-using Probe = unsigned int (*)(int* counter);
-
-static unsigned int runProbe(const char* name, Probe probe, int* counter)
-{
-    VEX_LOG(DEBUG_STORAGE, VEX_LEVEL_DETAIL, "\n %s call %s()", vexTimeLine(time(nullptr)), name);
-    const unsigned int result = probe(counter);
-    VEX_LOG(DEBUG_STORAGE, VEX_LEVEL_DETAIL, "\n %s  exit %s()", vexTimeLine(time(nullptr)), name);
-    return result;
-}
-
-static void runProbes()
-{
-    int counter = 0;
-    runProbe("gatherIDEDriveInformation", gatherIDEDriveInformation, &counter);
-    runProbe("gatherDAC960RAIDDriveInformation", gatherDAC960RAIDDriveInformation, &counter);
-    // The Smart RAID status file is looked at only where the mounted CCISS devices cannot be listed.
-    if (runProbe("gatherCCISSDriveInformation", gatherCCISSDriveInformation, &counter) == 0)
-        runProbe("gatherCompaqSmartRAIDDriveInformation", gatherCompaqSmartRAIDDriveInformation, &counter);
-    runProbe("gatherSCSIDriveInformation", gatherSCSIDriveInformation, &counter);
-    runProbe("gatherFloppyDriveInformation", gatherFloppyDriveInformation, &counter);
-}
-
 StorageGroup::StorageGroup() : VexGroup(GROUP_STORAGE, 1) {}
 
 VexTable* StorageGroup::getTable()
 {
     const int loaded = loadSG();
     VexGroupFrame frame(DEBUG_STORAGE, "Storage");
-    table = new VexTable(getGroupId(), getGroupVersion());
+    auto* const table = new VexTable(getGroupId(), getGroupVersion());
+    beginDriveRows(table);
     // A drive that is asked while a backup writes to it may break the backup; the module stays loaded then, on purpose.
     if (getenv("CHECK_ULTRIUM_TAPE_RUNNING") != nullptr && isUltrium_tape_QX9031_running() == 1)
         return table;

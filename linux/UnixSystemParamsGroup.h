@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "com/VexGroup.h"
-#include "linux/TextStream.h"
+#include "linux/text/TextStream.h"
 
 /// Collector of group "UNIX System Params": boot time, run level and host name.
 class UnixSystemParamsGroup final : public VexGroup

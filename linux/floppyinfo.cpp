@@ -5,14 +5,20 @@
 #include <cstring>
 #include <fcntl.h>
 #include <linux/fd.h>
+#include <sys/ioctl.h>
 
-#include "linux/CpuInfo.h"
 #include "linux/DeviceNode.h"
-#include "linux/TextParse.h"
-#include "linux/TextStream.h"
+#include "linux/processor/CpuInfo.h"
+#include "linux/text/TextParse.h"
+#include "linux/text/TextStream.h"
 
-static constexpr int kFailed = 10;
-static constexpr int kNotOpened = 20;
+namespace
+{
+
+constexpr int kFailed = 10;
+constexpr int kNotOpened = 20;
+
+} // namespace
 
 FloppyGeometry decodeFloppyGeometry(const floppy_struct& disk)
 {
@@ -23,28 +29,28 @@ FloppyGeometry decodeFloppyGeometry(const floppy_struct& disk)
     geometry.sectorSize = FD_SECTSIZE(&disk);
     const uint32_t bytes =
         geometry.cylinders * geometry.heads * geometry.sectors * static_cast<uint32_t>(geometry.sectorSize);
-    geometry.kilobytes = static_cast<int32_t>(bytes) / 1024;
+    geometry.kilobytes = static_cast<uint32_t>(static_cast<int32_t>(bytes) / 1024);
     return geometry;
 }
 
 bool describesItanium(TextStream& text)
 {
-    char line[CPUINFO_LINE_SIZE];
-    char architecture[CPUINFO_LINE_SIZE] = "";
-    char family[CPUINFO_LINE_SIZE] = "";
+    char line[kCpuInfoLineSize];
+    char architecture[kCpuInfoLineSize] = "";
+    char family[kCpuInfoLineSize] = "";
     bool hasArchitecture = false;
     bool hasFamily = false;
     while (text.readLine(line)) {
         dropTrailingControl(line);
-        if (!hasArchitecture && strstr(line, "arch") != nullptr) {
+        if (!hasArchitecture && contains(line, "arch")) {
             parseLine(line, architecture);
             hasArchitecture = true;
         }
-        if (!hasFamily && strstr(line, "family") != nullptr) {
+        if (!hasFamily && contains(line, "family")) {
             parseLine(line, family);
             hasFamily = true;
         }
-        if (strcmp(architecture, "IA-64") == 0 && strstr(family, "Itanium") != nullptr)
+        if (strcmp(architecture, "IA-64") == 0 && contains(family, "Itanium"))
             return true;
     }
     return false;
@@ -68,16 +74,26 @@ floppyinfo::floppyinfo(const char* path)
         errorcode_ = kNotOpened;
         return;
     }
-    const int geometry = determineFloppygeometry(drive);
-    const int type = determineFloppytype(drive);
-    if (geometry == 0 || type == 0)
+    const int geometryResult = determineFloppygeometry(drive.descriptor());
+    const int typeResult = determineFloppytype(drive.descriptor());
+    if (geometryResult == 0 || typeResult == 0)
         errorcode_ = 0;
 }
 
-int floppyinfo::determineFloppygeometry(const DeviceNode& drive)
+char* floppyinfo::serialnumber()
+{
+    return strdup("");
+}
+
+char* floppyinfo::type()
+{
+    return strdup("floppy");
+}
+
+int floppyinfo::determineFloppygeometry(int fd)
 {
     floppy_struct disk = {};
-    if (drive.control(FDGETPRM, &disk) < 0) {
+    if (ioctl(fd, FDGETPRM, &disk) < 0) {
         errorcode_ = errno;
         mediaPresent_ = false;
         return kFailed;
@@ -87,10 +103,10 @@ int floppyinfo::determineFloppygeometry(const DeviceNode& drive)
     return 0;
 }
 
-int floppyinfo::determineFloppytype(const DeviceNode& drive)
+int floppyinfo::determineFloppytype(int fd)
 {
     floppy_drive_name name = {};
-    if (drive.control(FDGETDRVTYP, name) < 0) {
+    if (ioctl(fd, FDGETDRVTYP, name) < 0) {
         errorcode_ = errno;
         return kFailed;
     }

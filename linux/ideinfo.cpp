@@ -4,17 +4,22 @@
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <linux/cdrom.h>
 #include <linux/hdreg.h>
 #include <string_view>
 
 #include "linux/DeviceNode.h"
-#include "linux/TextParse.h"
-#include "linux/TextStream.h"
+#include "linux/IDEDevices.h"
+#include "linux/text/TextParse.h"
+#include "linux/text/TextStream.h"
+
+namespace
+{
 
 // A path under /proc/ide with a file name behind it, or a node under /dev.
 using PathBuffer = char[512];
 
-static TextStream openDeviceFile(const char* path, const char* name)
+TextStream openDeviceFile(const char* path, const char* name)
 {
     PathBuffer file;
     snprintf(file, sizeof file, "%s/%s", path, name);
@@ -22,7 +27,7 @@ static TextStream openDeviceFile(const char* path, const char* name)
 }
 
 // The device's node: the last part of its path is the name. False for a path without "/".
-static bool makeNodePath(const char* path, PathBuffer& node)
+bool makeNodePath(const char* path, PathBuffer& node)
 {
     const char* name = strrchr(path, '/');
     if (name == nullptr)
@@ -31,10 +36,17 @@ static bool makeNodePath(const char* path, PathBuffer& node)
     return true;
 }
 
-ideinfo::ideinfo(const char* path)
+void copyText(std::string_view text, char* out)
+{
+    out[text.copy(out, text.size())] = '\0';
+}
+
+} // namespace
+
+ideinfo::ideinfo(const char* path) : path_(path)
 {
     determineIDEtype(path);
-    if (strstr(media_, "cdrom") == nullptr) {
+    if (!isCdRom()) {
         determineIDEgeometry(path);
         determineIDEsize(path);
         determineIDEserialnumber(path);
@@ -46,6 +58,33 @@ ideinfo::ideinfo(const char* path)
 int ideinfo::removable() const
 {
     return strcmp(media_, "cdrom") == 0 ? 0 : 1;
+}
+
+bool ideinfo::isCdRom() const
+{
+    return contains(media_, "cdrom");
+}
+
+bool ideinfo::mediapresent() const
+{
+    if (!isCdRom())
+        return geometry_.kilobytes != 0;
+    PathBuffer node;
+    if (!makeNodePath(path_.c_str(), node))
+        return false;
+    // A node that is opened to wait for the drive would have it draw its tray in.
+    const DeviceNode drive(node, O_RDONLY | O_NONBLOCK);
+    return drive.control(CDROM_DRIVE_STATUS, CDSL_CURRENT) == CDS_DISC_OK;
+}
+
+OwnedText ideinfo::nextIDEdisk() const
+{
+    char list[kIDEMaxDevices][kIDEPathSize];
+    const int count = determineIDEfilelist(list);
+    for (int i = 0; i + 1 < count; ++i)
+        if (path_ == list[i])
+            return OwnedText(strdup(list[i + 1]));
+    return nullptr;
 }
 
 void ideinfo::determineIDEtype(const char* path)
@@ -64,7 +103,7 @@ bool parseIDEgeometry(TextStream& text, uint32_t (&numbers)[3])
     size_t field = 0; // runs on over all lines
     char line[256];
     while (text.readLine(line)) {
-        if (strstr(line, "logical") == nullptr)
+        if (!contains(line, "logical"))
             continue;
         for (const char* c = line; *c != '\0'; ++c) {
             if (*c == '/') {
@@ -94,14 +133,14 @@ void ideinfo::determineIDEgeometry(const char* path)
         return;
     }
     // The kernel's line says cylinders/heads/sectors: heads and sectors are exchanged here, deliberately.
-    cylinders_ = numbers[0];
-    sectors_ = numbers[1];
-    heads_ = numbers[2];
+    geometry_.cylinders = numbers[0];
+    geometry_.sectors = numbers[1];
+    geometry_.heads = numbers[2];
 }
 
 void ideinfo::determineIDEgeometrySyscall(const char* path)
 {
-    heads_ = cylinders_ = sectors_ = 0;
+    geometry_.heads = geometry_.cylinders = geometry_.sectors = 0;
     PathBuffer node;
     if (!makeNodePath(path, node)) {
         errorcode_ = -1;
@@ -113,9 +152,9 @@ void ideinfo::determineIDEgeometrySyscall(const char* path)
         errorcode_ = errno;
         return;
     }
-    heads_ = geometry.heads;
-    cylinders_ = geometry.cylinders;
-    sectors_ = geometry.sectors;
+    geometry_.heads = geometry.heads;
+    geometry_.cylinders = geometry.cylinders;
+    geometry_.sectors = geometry.sectors;
 }
 
 uint32_t parseIDEcapacity(const char* text)
@@ -127,16 +166,16 @@ uint32_t parseIDEcapacity(const char* text)
 
 void ideinfo::determineIDEsize(const char* path)
 {
-    totalsize_ = 0;
+    geometry_.kilobytes = 0;
     TextStream capacity = openDeviceFile(path, "capacity");
     char line[256];
     if (!capacity)
         errorcode_ = errno;
     else if (capacity.readLine(line))
-        totalsize_ = parseIDEcapacity(line);
+        geometry_.kilobytes = parseIDEcapacity(line);
 }
 
-void decodeIDEserialnumber(const unsigned char (&identify)[IDENTIFY_SIZE], char (&serialNumber)[21])
+void decodeIDEserialnumber(const unsigned char (&identify)[kIdentifySize], char (&serialNumber)[21])
 {
     constexpr size_t kSerialOffset = 20; // words 10 to 19
     constexpr size_t kSerialLength = sizeof serialNumber - 1;
@@ -150,12 +189,12 @@ void ideinfo::determineIDEserialnumber(const char* path)
     if (!makeNodePath(path, node))
         return;
     const DeviceNode drive(node, O_RDONLY);
-    unsigned char identify[IDENTIFY_SIZE] = {};
+    unsigned char identify[kIdentifySize] = {};
     if (drive.control(HDIO_GET_IDENTITY, identify) >= 0)
         decodeIDEserialnumber(identify, serialnumber_);
 }
 
-int32_t decodeIDEsecurity(const unsigned char (&identify)[IDENTIFY_SIZE])
+int32_t decodeIDEsecurity(const unsigned char (&identify)[kIdentifySize])
 {
     constexpr size_t kSecurityStatus = 256; // low byte of word 128
     constexpr unsigned kSupported = 0x1;
@@ -171,7 +210,7 @@ void ideinfo::determineIDEhdsecurity(const char* path)
     // Command, sector number, feature and count of sectors; the kernel puts the sector behind them.
     struct DriveCommand {
         unsigned char registers[4];
-        unsigned char data[IDENTIFY_SIZE];
+        unsigned char data[kIdentifySize];
     };
     static_assert(sizeof(DriveCommand) == 516);
     securityEnabled_ = -1;
@@ -182,11 +221,6 @@ void ideinfo::determineIDEhdsecurity(const char* path)
     DriveCommand identify = {{WIN_IDENTIFY, 0, 0, 1}, {}};
     if (drive.control(HDIO_DRIVE_CMD, &identify) >= 0)
         securityEnabled_ = decodeIDEsecurity(identify.data);
-}
-
-static void copyText(std::string_view text, char* out)
-{
-    out[text.copy(out, text.size())] = '\0';
 }
 
 void splitIDEmodel(const char* line, char* manufacturer, char* model)

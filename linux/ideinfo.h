@@ -2,11 +2,15 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
+
+#include "com/Owned.h"
+#include "linux/DriveGeometry.h"
 
 class TextStream;
 
 /// Bytes of the block with which an ATA drive identifies itself.
-constexpr size_t IDENTIFY_SIZE = 512;
+constexpr size_t kIdentifySize = 512;
 
 /// What the kernel and the drive itself say about one IDE device: the files of its directory under /proc/ide, the HDIO
 /// ioctls of its node and its ATA IDENTIFY data. What cannot be read stays 0 or empty.
@@ -18,10 +22,14 @@ public:
 
     /// 0, or the errno of the last step that failed, or -1 for a path without a device name.
     int32_t errorcode() const { return errorcode_; }
-    uint32_t totalsize() const { return totalsize_; } // kilobytes
-    uint32_t numheads() const { return heads_; }
-    uint32_t numcylinders() const { return cylinders_; }
-    uint32_t numsectors() const { return sectors_; } // per track
+    /// Kilobytes.
+    uint32_t totalsize() const { return static_cast<uint32_t>(geometry_.kilobytes); }
+    uint32_t numheads() const { return geometry_.heads; }
+    uint32_t numcylinders() const { return geometry_.cylinders; }
+    uint32_t numsectors() const { return geometry_.sectors; } // per track
+    const DriveGeometry& geometry() const { return geometry_; }
+    /// Bytes; always 0, since neither the kernel's files nor the ioctls tell it.
+    uint32_t sector_size() const { return 0; }
     const char* manufacturer() const { return manufacturer_; }
     const char* model() const { return model_; }
     const char* serialnumber() const { return serialnumber_; }
@@ -31,8 +39,14 @@ public:
     int32_t security_enabled() const { return securityEnabled_; }
     /// 0 for the media text "cdrom" without a newline, else 1.
     int removable() const;
+    /// True when there is a medium: for a CD-ROM what the drive says now (asked anew, without moving its tray), for any
+    /// other device that the kernel told a size.
+    bool mediapresent() const;
+    /// The directory of the device that determineIDEfilelist lists behind this one, or null.
+    OwnedText nextIDEdisk() const;
 
 private:
+    bool isCdRom() const;
     void determineIDEtype(const char* path);
     void determineIDEgeometry(const char* path);
     void determineIDEgeometrySyscall(const char* path);
@@ -41,11 +55,9 @@ private:
     void determineIDEhdsecurity(const char* path);
     void determineIDEmodel(const char* path);
 
+    std::string path_;
     int32_t errorcode_ = 0;
-    uint32_t totalsize_ = 0;
-    uint32_t heads_ = 0;
-    uint32_t cylinders_ = 0;
-    uint32_t sectors_ = 0;
+    DriveGeometry geometry_;
     char manufacturer_[256] = "";
     char model_[256] = "";
     char serialnumber_[21] = "";
@@ -65,7 +77,7 @@ uint32_t parseIDEcapacity(const char* text);
 void splitIDEmodel(const char* line, char* manufacturer, char* model);
 
 /// The serial number in identify data: 20 characters as the kernel delivers them, blanks included.
-void decodeIDEserialnumber(const unsigned char (&identify)[IDENTIFY_SIZE], char (&serialNumber)[21]);
+void decodeIDEserialnumber(const unsigned char (&identify)[kIdentifySize], char (&serialNumber)[21]);
 
 /// The security state in identify data, as security_enabled tells it.
-int32_t decodeIDEsecurity(const unsigned char (&identify)[IDENTIFY_SIZE]);
+int32_t decodeIDEsecurity(const unsigned char (&identify)[kIdentifySize]);

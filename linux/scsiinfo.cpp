@@ -29,6 +29,28 @@ constexpr Command kRigidDiskPage = {MODE_SENSE, 0, 4, 0, kReplyLength, 0};
 constexpr unsigned kPeripheralTypeMask = 0x1F;
 constexpr unsigned kRemovableBit = 0x80;
 
+// Sense data (SCSI Primary Commands, "Sense data"): its response code tells its form, which tells where the sense key
+// is.
+constexpr unsigned kResponseCodeMask = 0x7F;
+constexpr unsigned kFirstFixed = 0x70;
+constexpr unsigned kFirstDescriptors = 0x72;
+constexpr unsigned kLastDescriptors = 0x73;
+constexpr unsigned kFixedKeyOffset = 2;
+constexpr unsigned kDescriptorsKeyOffset = 1;
+constexpr unsigned kSenseKeyMask = 0x0F;
+
+// True when the device refused the command. The kernel then tells result 0 and the whole length all the same, and hands
+// out what an earlier command has left in its buffer.
+bool isRefused(const sg_header& reply)
+{
+    const unsigned code = reply.sense_buffer[0] & kResponseCodeMask;
+    if (code < kFirstFixed || code > kLastDescriptors)
+        return reply.target_status != GOOD;
+    const unsigned offset = code < kFirstDescriptors ? kFixedKeyOffset : kDescriptorsKeyOffset;
+    const unsigned key = reply.sense_buffer[offset] & kSenseKeyMask;
+    return key != NO_SENSE && key != RECOVERED_ERROR;
+}
+
 // Every request of the process is built here.
 char request[kHeaderSize + kLongestCommand];
 
@@ -44,7 +66,8 @@ struct Reply {
     }
 };
 
-// True when the device gave a whole, good answer. A part of one is zeroed; a whole one with a bad result stays.
+// True when the device gave a whole, good answer. A part of one and the data of a refused command are zeroed; a whole
+// one with a bad result stays.
 bool ask(scsiinfo* device, const Command& command, Reply* reply, unsigned replyLength = kReplyLength)
 {
     memcpy(request + kHeaderSize, command, kCommandLength);
@@ -107,6 +130,10 @@ int scsiinfo::doSCSIcmd(unsigned cmdLen, unsigned inLen, char* cmdBuf, unsigned 
         return static_cast<int>(count);
     }
     memcpy(&header, outBuf, sizeof header);
+    if (isRefused(header)) {
+        memset(outBuf + kHeaderSize, 0, outLen);
+        return static_cast<int>(count);
+    }
     return header.result == 0 ? 0 : static_cast<int>(count);
 }
 
@@ -135,14 +162,16 @@ void scsiinfo::readGeometry()
 {
     Reply reply;
     ask(this, kRigidDiskPage, &reply);
-    heads_ = reply.byte(17);
-    cylinders_ = getinteger(reply.data() + 14, 3);
+    geometry_.heads = reply.byte(17);
+    geometry_.cylinders = getinteger(reply.data() + 14, 3);
     ask(this, kFormatDevicePage, &reply);
-    sectors_ = getinteger(reply.data() + 22, 2);
+    geometry_.sectors = getinteger(reply.data() + 22, 2);
     sectorSize_ = getinteger(reply.data() + 24, 2);
     // Grouped so that the 32-bit products overflow as late as possible.
-    const uint32_t sectorsPerHead = sectors_ * cylinders_;
-    totalSize_ = sectorsPerHead / 2 * (sectorSize_ * heads_ / 512) + sectorsPerHead % 2 * (sectorSize_ * heads_ / 1024);
+    const uint32_t sectorsPerHead = geometry_.sectors * geometry_.cylinders;
+    const uint32_t bytesAcrossHeads = sectorSize_ * geometry_.heads;
+    geometry_.kilobytes =
+        sectorsPerHead / 2 * (bytesAcrossHeads / 512) + sectorsPerHead % 2 * (bytesAcrossHeads / 1024);
 }
 
 void scsiinfo::readSerialNumber()

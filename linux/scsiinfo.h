@@ -4,6 +4,7 @@
 #include <string>
 
 #include "linux/DeviceNode.h"
+#include "linux/DriveGeometry.h"
 
 /// One SCSI device, asked through the byte-stream interface of its generic node: a request header and a command are
 /// written, a reply header and data are read. Everything is asked when the object is made.
@@ -19,13 +20,15 @@ public:
     explicit scsiinfo(int descriptor);
 
     int errorcode() const { return errorCode_; }
-    uint32_t numheads() const { return heads_; }
-    uint32_t numcylinders() const { return cylinders_; }
-    uint32_t numsectors() const { return sectors_; }     // per track
-    uint32_t sector_size() const { return sectorSize_; } // bytes
-    uint32_t type() const { return type_; }              // peripheral device type; 0 when the device does not tell
-    uint32_t totalsize() const { return totalSize_; }    // kilobytes
-    const char* model() const { return model_.c_str(); } // 8 characters
+    uint32_t numheads() const { return geometry_.heads; }
+    uint32_t numcylinders() const { return geometry_.cylinders; }
+    uint32_t numsectors() const { return geometry_.sectors; } // per track
+    uint32_t sector_size() const { return sectorSize_; }      // bytes
+    uint32_t type() const { return type_; }                   // peripheral device type; 0 when the device does not tell
+    /// Kilobytes.
+    uint32_t totalsize() const { return static_cast<uint32_t>(geometry_.kilobytes); }
+    const DriveGeometry& geometry() const { return geometry_; }
+    const char* model() const { return model_.c_str(); }               // 8 characters
     const char* manufacturer() const { return manufacturer_.c_str(); } // 7 characters
     const char* serialnumber() const { return serialNumber_.c_str(); }
     bool removable() const { return removable_; }
@@ -35,9 +38,11 @@ public:
     bool isdevicevalid() const;
 
     /// Sends one command. cmdBuf holds room for a header, cmdLen command bytes and inLen bytes of input; the header is
-    /// filled in here. outBuf has room for a header and outLen bytes and is all zero where no whole, good reply came.
-    /// Returns 0 on success; 30, 50 or 60 for a missing command, cmdBuf or outBuf; else the result of the write or read
-    /// that went wrong.
+    /// filled in here. outBuf has room for a header and outLen bytes; it is all zero where no whole reply came, and the
+    /// data is where the device refused the command (sense data with a key other than "no sense" and "recovered error",
+    /// or no sense data and a status other than GOOD). Returns 0 on success; 30, 50 or 60 for a missing command, cmdBuf
+    /// or outBuf; else the result of the write or read that went wrong, which for a refused command and one with a
+    /// result other than 0 is the count that was read.
     int doSCSIcmd(unsigned cmdLen, unsigned inLen, char* cmdBuf, unsigned outLen, char* outBuf);
 
     /// The big-endian number of n bytes.
@@ -50,10 +55,7 @@ private:
 
     DeviceNode node_;
     int errorCode_ = NONE;
-    uint32_t heads_ = 0;
-    uint32_t cylinders_ = 0;
-    uint32_t sectors_ = 0;
-    uint32_t totalSize_ = 0;
+    DriveGeometry geometry_;
     std::string model_;
     std::string manufacturer_;
     std::string serialNumber_;

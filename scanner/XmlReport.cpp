@@ -8,14 +8,17 @@
 #include "com/Owned.h"
 #include "com/VexUtil.h"
 
+namespace
+{
+
 // Longest text of one value in the locale's encoding, in bytes; the report cuts what is longer.
-static constexpr size_t kMaxTextBytes = 20480;
+constexpr size_t kMaxTextBytes = 20480;
 // Most bytes of the report that one byte of text becomes: "&amp;", which no conversion to UTF-8 exceeds.
-static constexpr size_t kMaxGrowth = 5;
+constexpr size_t kMaxGrowth = 5;
 
 using ElementName = std::unique_ptr<char[]>;
 
-static void printAttribute(const vexGroupDef* group, VexTableAttrib* attrib, bool markKeys)
+void printAttribute(const vexGroupDef* group, VexTableAttrib* attrib, bool markKeys)
 {
     const unsigned long id = attrib->getId();
     const unsigned char* record = attrib->getAttribPtr();
@@ -30,7 +33,7 @@ static void printAttribute(const vexGroupDef* group, VexTableAttrib* attrib, boo
     printf("</%s>", name.get());
 }
 
-static void printRow(const VexTable* table, const char* groupElement, VexTableRow* row, bool markKeys)
+void printRow(const VexTable* table, const char* groupElement, VexTableRow* row, bool markKeys)
 {
     const vexGroupDef* group = getGroupDefinitionFromId(table->getGroupId());
     printf("\n\n\t<serviceData>");
@@ -45,6 +48,18 @@ static void printRow(const VexTable* table, const char* groupElement, VexTableRo
     printf("\n\t</serviceData>");
 }
 
+bool isAsciiLetter(char c)
+{
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
+
+bool isAsciiDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+} // namespace
+
 void printXML(VexTable* table)
 {
     const ElementName groupElement(spaceOut(table->getGroupName()));
@@ -58,21 +73,11 @@ void printXML(VexTable* table)
     }
 }
 
-static bool isAsciiLetter(char c)
-{
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-}
-
-static bool isAsciiDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
-
 char* spaceOut(const char* text)
 {
     if (text == nullptr || *text == '\0')
         return new char[1]();
-    char* const name = new char[strlen(text) + 2];
+    auto* const name = new char[strlen(text) + 2];
     char* out = name;
     for (; *text != '\0'; ++text) {
         const char c = *text;
@@ -119,16 +124,17 @@ int PrintEnumActual(FILE*, const vexGroupDef* group, unsigned long attribId, con
 
 void PrintVexAttribStringToXMLFile(FILE* stream, const unsigned char* record)
 {
-    const VexString* string = reinterpret_cast<const VexString*>(record + VEX_HEADER_LENGTH);
+    const auto* string = reinterpret_cast<const VexString*>(record + VEX_HEADER_LENGTH);
     if (string->count == 0)
         return;
-    char text[kMaxTextBytes + 1];
-    const size_t length = wcstombs(text, string->characters, kMaxTextBytes);
+    // Not on the stack, which may be a small one.
+    const std::unique_ptr<char[]> text(new char[kMaxTextBytes + 1]);
+    const size_t length = wcstombs(text.get(), string->characters, kMaxTextBytes);
     if (length == static_cast<size_t>(-1))
         return;
     text[length] = '\0';
-    char escaped[kMaxTextBytes * kMaxGrowth + 1];
-    fprintf(stream, "%s", io_esc_fixn(escaped, text));
+    const std::unique_ptr<char[]> escaped(new char[length * kMaxGrowth + 1]);
+    fprintf(stream, "%s", io_esc_fixn(escaped.get(), text.get()));
 }
 
 char* io_esc_fixn(char* out, const char* text)

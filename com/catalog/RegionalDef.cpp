@@ -1,18 +1,19 @@
 #include "com/VexAttribIds.h"
 #include "com/VexCatalog.h"
+#include "com/VexEnumValues.h"
 #include "com/catalog/CatalogCheck.h"
 
 // clang-format off
 constexpr vexEnumDef REGIONAL_TZ_PLUS_MINUS[] = {
-    {1,       "+"},
-    {2,       "-"},
-    {VEX_END, nullptr},
+    {REGIONAL_PLUS,  "+"},
+    {REGIONAL_MINUS, "-"},
+    {VEX_END,        nullptr},
 };
 
 constexpr vexEnumDef REGIONAL_TZ_DAYLIGHT[] = {
-    {1,       "T"},
-    {2,       "F"},
-    {VEX_END, nullptr},
+    {REGIONAL_DAYLIGHT_TRUE,  "T"},
+    {REGIONAL_DAYLIGHT_FALSE, "F"},
+    {VEX_END,                 nullptr},
 };
 
 // "Local" is the name that reports have always had for the locale.

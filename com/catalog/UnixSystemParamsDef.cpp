@@ -4,12 +4,12 @@
 
 // clang-format off
 constexpr vexAttribDef UNIX_PAR_ATTRS_DEF[] = {
-    // id                     name              type          max  enumeration
-    {UNIX_PAR_BOOT_TIME,      "Boot Time",      VEX_DATETIME, 0,   nullptr},
-    {UNIX_PAR_RUN_LEVEL,      "Run Level",      VEX_ULONG,    0,   nullptr},
-    {UNIX_PAR_HOSTNAME,       "Hostname",       VEX_STRING,   255, nullptr},
-    {UNIX_PAR_COMPUTER_ALIAS, "Computer Alias", VEX_STRING,   32,  nullptr},
-    {VEX_END,                 nullptr,          0,            0,   nullptr},
+    // id                               name              type          max  enumeration
+    {UNIX_SYSTEM_PARAMS_BOOT_TIME,      "Boot Time",      VEX_DATETIME, 0,   nullptr},
+    {UNIX_SYSTEM_PARAMS_RUN_LEVEL,      "Run Level",      VEX_ULONG,    0,   nullptr},
+    {UNIX_SYSTEM_PARAMS_HOSTNAME,       "Hostname",       VEX_STRING,   255, nullptr},
+    {UNIX_SYSTEM_PARAMS_COMPUTER_ALIAS, "Computer Alias", VEX_STRING,   32,  nullptr},
+    {VEX_END,                           nullptr,          0,            0,   nullptr},
 };
 // clang-format on
 

@@ -18,6 +18,10 @@ void writeSchema(std::ostream& out);
 /// XML: the schema must accept it.
 void writeSampleReport();
 
+/// Reads a report; true when it has rows and every empty element in them is one whose source says that it may be empty.
+/// Says on standard output which are not.
+bool emptyElementsAreTold(const char* report);
+
 /// The element that the report writes for a group or an attribute of this name.
 inline std::string elementName(const char* name)
 {

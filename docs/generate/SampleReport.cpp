@@ -30,7 +30,7 @@ void printAllAttributes(const vexGroupDef& group, bool backwards)
     while (group.attributes[count].id != VEX_END)
         ++count;
     VexTable table(group.id, group.version);
-    auto* row = new VexTableRow;
+    auto* const row = new VexTableRow;
     for (uint32_t i = 0; i < count; ++i)
         row->addAttrib(sampleValue(group.attributes[backwards ? count - 1 - i : i]));
     table.addRow(row);
@@ -49,7 +49,7 @@ void printEnumTexts(const vexGroupDef& group, const vexAttribDef& attrib)
         if (!isWellFormedText(pair->text))
             continue;
         VexTable table(group.id, group.version);
-        auto* row = new VexTableRow;
+        auto* const row = new VexTableRow;
         row->addULong(attrib.id, pair->value);
         table.addRow(row);
         printXML(&table);

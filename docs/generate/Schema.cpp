@@ -1,25 +1,18 @@
 #include "docs/generate/Documents.h"
+#include "docs/generate/SchemaParts.h"
 
-#include <set>
 #include <string>
+#include <vector>
 
 #include "com/VexCatalog.h"
 
 namespace
 {
-// Element names are unqualified: the report names no namespace. The decimal separator is the locale's.
-constexpr char kHead[] = R"xsd(<?xml version="1.0" encoding="UTF-8"?>
-<!-- Made by invhw_docs from the catalog in com/catalog/: change that and build the target update_docs. -->
-<xs:schema xmlns:xs="http://www.w3.org/2001/XMLSchema">
+constexpr char kMadeBy[] =
+    "Made by invhw_docs from the catalog in com/catalog/: change that and build the target update_docs.";
 
-  <xs:element name="serviceDataList">
-    <xs:complexType>
-      <xs:sequence>
-        <xs:element name="serviceData" type="serviceData" minOccurs="0" maxOccurs="unbounded"/>
-      </xs:sequence>
-    </xs:complexType>
-  </xs:element>
-
+// The decimal separator is the locale's.
+constexpr char kTypes[] = R"xsd(
   <!-- Values, by the type of their attribute. -->
   <xs:simpleType name="UCHAR">
     <xs:restriction base="xs:string"><xs:pattern value="0x[0-9A-F]{2}"/></xs:restriction>
@@ -47,42 +40,7 @@ constexpr char kHead[] = R"xsd(<?xml version="1.0" encoding="UTF-8"?>
   <xs:simpleType name="OCTETSTRING">
     <xs:restriction base="xs:string"><xs:length value="0"/></xs:restriction>
   </xs:simpleType>
-  <xs:simpleType name="DATETIME">
-    <xs:annotation><xs:documentation>local time; empty where it has none</xs:documentation></xs:annotation>
-    <xs:restriction base="xs:string">
-      <xs:pattern value="([0-9]{4}-[0-9]{2}-[0-9]{2}-[0-9]{2}\.[0-9]{2}\.[0-9]{2}\.0{7})?"/>
-    </xs:restriction>
-  </xs:simpleType>
 )xsd";
-
-// A text for an attribute value of the schema.
-std::string quoted(const char* text)
-{
-    std::string escaped = "\"";
-    for (; *text != '\0'; ++text) {
-        switch (*text) {
-        case '&':
-            escaped += "&amp;";
-            break;
-        case '<':
-            escaped += "&lt;";
-            break;
-        case '"':
-            escaped += "&quot;";
-            break;
-        default:
-            escaped += *text;
-        }
-    }
-    return escaped + '"';
-}
-
-const char* typeName(uint32_t type)
-{
-    static constexpr const char* const names[] = {"UCHAR",  "USHORT", "ULONG",       "UQUAD",   "FLOAT",
-                                                  "DOUBLE", "STRING", "OCTETSTRING", "DATETIME"};
-    return names[type - VEX_UCHAR];
-}
 
 // Enumeration texts apply to numbers only; a text attribute that has an enumeration may hold anything.
 bool hasEnumType(const vexAttribDef& attrib)
@@ -98,37 +56,12 @@ std::string valueType(const vexGroupDef& group, const vexAttribDef& attrib)
     return typeName(attrib.type);
 }
 
-void writeServiceData(std::ostream& out)
+std::vector<std::string> groupElements()
 {
-    out << "\n  <xs:complexType name=\"serviceData\">\n    <xs:sequence>\n"
-           "      <xs:element name=\"name\" type=\"groupName\"/>\n"
-           "      <xs:element name=\"value\">\n        <xs:complexType>\n          <xs:choice>\n";
-    for (const vexGroupDef* group = GROUPS_DEF; group->id != VEX_END; ++group) {
-        const std::string name = elementName(group->name);
-        out << "            <xs:element name=\"" << name << "\" type=\"" << name << "\"/>\n";
-    }
-    out << "          </xs:choice>\n        </xs:complexType>\n      </xs:element>\n"
-           "    </xs:sequence>\n  </xs:complexType>\n";
-}
-
-void writeGroupNames(std::ostream& out)
-{
-    out << "\n  <xs:simpleType name=\"groupName\">\n    <xs:restriction base=\"xs:string\">\n";
+    std::vector<std::string> elements;
     for (const vexGroupDef* group = GROUPS_DEF; group->id != VEX_END; ++group)
-        out << "      <xs:enumeration value=\"" << elementName(group->name) << "\"/>\n";
-    out << "    </xs:restriction>\n  </xs:simpleType>\n";
-}
-
-// The texts of an enumeration, or the number where a value has no text.
-void writeEnumType(std::ostream& out, const vexGroupDef& group, const vexAttribDef& attrib)
-{
-    out << "  <xs:simpleType name=\"" << valueType(group, attrib) << "\">\n    <xs:union memberTypes=\"ULONG\">\n"
-        << "      <xs:simpleType>\n        <xs:restriction base=\"xs:string\">\n";
-    std::set<std::string> written; // two values may have one text
-    for (const vexEnumDef* pair = attrib.enums; pair->value != VEX_END; ++pair)
-        if (written.insert(pair->text).second)
-            out << "          <xs:enumeration value=" << quoted(pair->text) << "/>\n";
-    out << "        </xs:restriction>\n      </xs:simpleType>\n    </xs:union>\n  </xs:simpleType>\n";
+        elements.push_back(elementName(group->name));
+    return elements;
 }
 
 void writeElement(std::ostream& out, const vexGroupDef& group, const vexAttribDef& attrib)
@@ -151,7 +84,7 @@ void writeGroupType(std::ostream& out, const vexGroupDef& group)
     out << "\n  <!-- " << group.name << " (" << group.id << ") -->\n";
     for (const vexAttribDef* attrib = group.attributes; attrib->id != VEX_END; ++attrib)
         if (hasEnumType(*attrib))
-            writeEnumType(out, group, *attrib);
+            writeEnumType(out, valueType(group, *attrib), attrib->enums);
     out << "  <xs:complexType name=\"" << elementName(group.name) << "\">\n    <xs:all>\n";
     for (const vexAttribDef* attrib = group.attributes; attrib->id != VEX_END; ++attrib)
         writeElement(out, group, *attrib);
@@ -162,9 +95,10 @@ void writeGroupType(std::ostream& out, const vexGroupDef& group)
 
 void writeSchema(std::ostream& out)
 {
-    out << kHead;
-    writeServiceData(out);
-    writeGroupNames(out);
+    writeSchemaHead(out, kMadeBy);
+    out << kTypes;
+    writeDateTimeType(out);
+    writeServiceData(out, groupElements());
     for (const vexGroupDef* group = GROUPS_DEF; group->id != VEX_END; ++group)
         writeGroupType(out, *group);
     out << "\n</xs:schema>\n";

@@ -1,14 +1,35 @@
-# Compares the committed documents with what PROGRAM makes in FOLDER.
+# Compares the committed documents with what PROGRAM makes in FOLDER, and HOST_PROGRAM behind it. Without HOST_PROGRAM the
+# documents that are its own are not looked at, and REPORT.md must begin with what PROGRAM makes.
+
+function(run)
+    execute_process(COMMAND ${ARGN} RESULT_VARIABLE result)
+    if(NOT result EQUAL 0)
+        message(FATAL_ERROR "${ARGV0} ended with ${result}")
+    endif()
+endfunction()
+
+function(complain document)
+    message(FATAL_ERROR "docs/${document} is out of date: build the target update_docs and commit the result")
+endfunction()
 
 file(MAKE_DIRECTORY "${FOLDER}")
-execute_process(COMMAND "${PROGRAM}" "${FOLDER}" RESULT_VARIABLE result)
-if(NOT result EQUAL 0)
-    message(FATAL_ERROR "${PROGRAM} ended with ${result}")
+run("${PROGRAM}" "${FOLDER}")
+set(documents invhw-report.xsd)
+if(HOST_PROGRAM)
+    run("${HOST_PROGRAM}" "${FOLDER}" "${SOURCES}")
+    list(APPEND documents REPORT.md invhw-host.xsd invhw-report.schema.json)
+else()
+    file(READ "${FOLDER}/REPORT.md" generated)
+    file(READ "${COMMITTED}/REPORT.md" committed)
+    string(FIND "${committed}" "${generated}" position)
+    if(NOT position EQUAL 0)
+        complain(REPORT.md)
+    endif()
 endif()
-foreach(document REPORT.md invhw-report.xsd)
+foreach(document ${documents})
     execute_process(COMMAND ${CMAKE_COMMAND} -E compare_files "${FOLDER}/${document}" "${COMMITTED}/${document}"
         RESULT_VARIABLE result)
     if(NOT result EQUAL 0)
-        message(FATAL_ERROR "docs/${document} is out of date: build the target update_docs and commit the result")
+        complain(${document})
     endif()
 endforeach()

@@ -1,7 +1,9 @@
-// Writes the documents that describe the report into a folder, or a sample report to standard output:
+// Writes the documents that describe the report into a folder, or a sample report to standard output, or compares
+// reports with the documents:
 //
-//   invhw_docs FOLDER      REPORT.md and invhw-report.xsd
-//   invhw_docs --sample    every group, attribute and enumeration text once
+//   invhw_docs FOLDER              REPORT.md and invhw-report.xsd
+//   invhw_docs --sample            every group, attribute and enumeration text once
+//   invhw_docs --empty REPORT...   fails when an element is empty that is not said to be
 
 #include "docs/generate/AttribSources.h"
 #include "docs/generate/Documents.h"
@@ -22,10 +24,20 @@ static bool writeDocument(const std::string& path, void (*write)(std::ostream&))
     return !file.fail();
 }
 
+static bool allEmptyElementsAreTold(char** reports)
+{
+    bool told = true;
+    for (; *reports != nullptr; ++reports)
+        told = emptyElementsAreTold(*reports) && told;
+    return told;
+}
+
 int main(int argc, char** argv)
 {
+    if (argc > 2 && strcmp(argv[1], "--empty") == 0)
+        return allEmptyElementsAreTold(argv + 2) ? 0 : 1;
     if (argc != 2) {
-        fprintf(stderr, "usage: invhw_docs FOLDER | --sample\n");
+        fprintf(stderr, "usage: invhw_docs FOLDER | --sample | --empty REPORT...\n");
         return 2;
     }
     if (strcmp(argv[1], "--sample") == 0) {

@@ -76,18 +76,11 @@ class Run:
         return min(figures[column] for figures in self.figures)
 
 
-def remove_empty_memory():
-    """A scan as root leaves an empty file /dev/mem where there was none; lshw and hwinfo do not survive that."""
-    if os.path.isfile("/dev/mem") and os.path.getsize("/dev/mem") == 0:
-        os.unlink("/dev/mem")
-
-
 def run_in_turn(runs):
     for round_number in range(ROUNDS + 1):
         for one in runs:
             if not one.fails:
                 one.once(counts=round_number > 0)  # the first round warms the caches
-            remove_empty_memory()
 
 
 def scan_of(machine, folder):
@@ -100,8 +93,12 @@ def commands_of_a_scan(folder):
     log = folder + "/commands"
     environment = dict(os.environ, LD_PRELOAD=COMMAND_LOG, COMMANDLOG=log)
     subprocess.run([PROGRAM], cwd=folder, env=environment, stdout=subprocess.DEVNULL, check=True)
-    remove_empty_memory()
     return log
+
+
+def own_peak(folder):
+    result = subprocess.run([MEASURE, folder, "--own-peak", PROGRAM], capture_output=True, text=True, check=True)
+    return int(result.stdout)
 
 
 def cell(value, decimals=1):
@@ -113,7 +110,6 @@ def line(name, *cells):
 
 
 def this_machine(folder):
-    remove_empty_memory()
     invhw = Run([PROGRAM], folder)
     log = commands_of_a_scan(folder)
     alone = Run(["--commands", log], folder)
@@ -134,6 +130,7 @@ def this_machine(folder):
             continue
         line(name, cell(peer.median(WALL)), cell(peer.median(CPU)), cell(peer.median(OWN)), cell(peer.median(PEAK), 0),
              cell(peer.least(CHILDREN), 0), *(cell(peer.median(column) / invhw.median(column)) for column in (WALL, CPU, OWN)))
+    print(f"the peak is that of a command's largest process; invhw's own process peaks at {own_peak(folder)} KiB")
     missing = [name for name, words in PEERS.items() if not shutil.which(words[0])]
     if missing:
         print("not installed (./dev bench --install): " + ", ".join(missing))

@@ -3,15 +3,20 @@
 // the peak KiB of its largest process. A small program of its own, because a process starts with the peak of the one
 // that started it. $MEASURE_PRELOAD is preloaded into the command.
 //
+// measure FOLDER --own-peak COMMAND [ARG...]: runs a command likewise and prints the peak KiB of its own process alone.
+// The kernel's account of a process that has ended counts the children that it waited for, so it is asked at its end.
+//
 // measure FOLDER --commands FILE: runs each line of the file once through the shell, as a scan does, and prints the
 // sums of their wall and CPU milliseconds.
 
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <string>
+#include <sys/ptrace.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -43,19 +48,24 @@ static double ownMilliseconds(pid_t process)
     return static_cast<double>(nanoseconds) / 1e6;
 }
 
+// In the child: becomes the command.
+[[noreturn]] static void become(char** words)
+{
+    const int null = open("/dev/null", O_RDWR);
+    if (dup2(null, 0) < 0 || dup2(null, 1) < 0 || dup2(null, 2) < 0)
+        _exit(126);
+    if (const char* const library = getenv("MEASURE_PRELOAD"))
+        setenv("LD_PRELOAD", library, 1);
+    execvp(words[0], words);
+    _exit(127);
+}
+
 static int measureCommand(char** words)
 {
     const auto start = std::chrono::steady_clock::now();
     const pid_t child = fork();
-    if (child == 0) {
-        const int null = open("/dev/null", O_RDWR);
-        if (dup2(null, 0) < 0 || dup2(null, 1) < 0 || dup2(null, 2) < 0)
-            _exit(126);
-        if (const char* const library = getenv("MEASURE_PRELOAD"))
-            setenv("LD_PRELOAD", library, 1);
-        execvp(words[0], words);
-        _exit(127);
-    }
+    if (child == 0)
+        become(words);
     siginfo_t ended;
     if (child < 0 || waitid(P_PID, static_cast<id_t>(child), &ended, WEXITED | WNOWAIT) != 0)
         return 2;
@@ -67,6 +77,44 @@ static int measureCommand(char** words)
         return 2;
     printf("%.3f %.3f %.3f %ld\n", wall, cpuMilliseconds(usage), own, usage.ru_maxrss);
     return WIFEXITED(status) && WEXITSTATUS(status) < 126 ? 0 : 1;
+}
+
+// The most memory that a process has had resident, in KiB; 0 when it cannot be asked.
+static long peakOf(pid_t process)
+{
+    long peak = 0;
+    if (FILE* const file = fopen(("/proc/" + std::to_string(process) + "/status").c_str(), "r")) {
+        char line[256];
+        while (fgets(line, sizeof line, file) != nullptr)
+            sscanf(line, "VmHWM: %ld", &peak);
+        fclose(file);
+    }
+    return peak;
+}
+
+static int measureOwnPeak(char** words)
+{
+    constexpr int kAtItsEnd = SIGTRAP | PTRACE_EVENT_EXIT << 8;
+    const pid_t child = fork();
+    if (child == 0) {
+        ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
+        become(words);
+    }
+    int status = 0;
+    if (waitpid(child, &status, 0) != child || !WIFSTOPPED(status) || // where it becomes the command
+        ptrace(PTRACE_SETOPTIONS, child, nullptr, PTRACE_O_TRACEEXIT | PTRACE_O_EXITKILL) != 0)
+        return 2;
+    long peak = 0;
+    long signal = 0; // what stopped it, and is passed on
+    while (ptrace(PTRACE_CONT, child, nullptr, signal) == 0 && waitpid(child, &status, 0) == child &&
+           WIFSTOPPED(status)) {
+        const bool ends = status >> 8 == kAtItsEnd;
+        if (ends)
+            peak = peakOf(child);
+        signal = ends ? 0 : WSTOPSIG(status);
+    }
+    printf("%ld\n", peak);
+    return peak != 0 && WIFEXITED(status) && WEXITSTATUS(status) < 126 ? 0 : 1;
 }
 
 static int measureList(const char* name)
@@ -97,8 +145,10 @@ static int measureList(const char* name)
 int main(int argc, char** argv)
 {
     if (argc < 3 || chdir(argv[1]) != 0) {
-        fprintf(stderr, "usage: measure FOLDER COMMAND [ARG...] | measure FOLDER --commands FILE\n");
+        fprintf(stderr, "usage: measure FOLDER [--own-peak] COMMAND [ARG...] | measure FOLDER --commands FILE\n");
         return 2;
     }
+    if (argc > 3 && strcmp(argv[2], "--own-peak") == 0)
+        return measureOwnPeak(argv + 3);
     return argc == 4 && strcmp(argv[2], "--commands") == 0 ? measureList(argv[3]) : measureCommand(argv + 2);
 }

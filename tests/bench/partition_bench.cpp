@@ -6,8 +6,8 @@
 
 #include "com/VexAttribIds.h"
 #include "com/VexTable.h"
-#include "linux/PartitionMounts.h"
-#include "linux/PartitionRows.h"
+#include "linux/partition/PartitionMounts.h"
+#include "linux/partition/PartitionRows.h"
 
 // The mount points are all the root folder: asking for a size costs what it costs for a real mount.
 static void BM_Mounts(benchmark::State& state)

@@ -6,9 +6,9 @@
 #include "com/VexAttribIds.h"
 #include "com/VexTable.h"
 #include "linux/PCIDeviceGroup.h"
-#include "linux/PciNames.h"
-#include "linux/PciTables.h"
-#include "linux/TextStream.h"
+#include "linux/pci/PciNames.h"
+#include "linux/pci/PciTables.h"
+#include "linux/text/TextStream.h"
 
 // Naming as many devices as a listing may hold, known ones and unknown ones in turn.
 static void lookUpDevices(benchmark::State& state)

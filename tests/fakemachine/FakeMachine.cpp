@@ -299,6 +299,8 @@ static std::vector<char*> pointersTo(const std::vector<std::string>& texts)
     const std::vector<char*> environment = pointersTo(settings);
     limit(RLIMIT_NOFILE, options.openFiles);
     limit(RLIMIT_AS, options.addressSpace);
+    limit(RLIMIT_FSIZE, options.fileSize);
+    limit(RLIMIT_STACK, options.stackSize);
     limit(RLIMIT_CORE, 0);
     execve(arguments[0], arguments.data(), environment.data());
     _exit(96);

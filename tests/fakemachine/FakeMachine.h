@@ -48,6 +48,8 @@ struct ScanOptions {
     std::vector<int> closedStreams;   // descriptors among 0, 1 and 2 that are closed at the start
     unsigned long addressSpace = 0;   // bytes, 0: unlimited
     unsigned long openFiles = 0;      // descriptors, 0: unlimited
+    unsigned long fileSize = 0;       // bytes of any file that is written, 0: unlimited
+    unsigned long stackSize = 0;      // bytes, 0: as the test has it
     std::string workingFolder;        // of another machine's scans, in place of this one's
     bool removeWorkingFolder = false; // the folder is gone when the program starts
 };

@@ -1,5 +1,6 @@
 // Every folder below tests/machines/ is one test: the machine is scanned, and report, log and side files must be those
 // that were recorded with it, byte for byte. INVHW_RECORD=1 writes them anew instead; read them before you keep them.
+// Arguments are names of folders, for these machines alone.
 
 #include <cstdlib>
 #include <filesystem>
@@ -109,13 +110,34 @@ TEST_P(RecordedMachine, givesTheRecordedReport)
         }
 }
 
-static std::string testName(const testing::TestParamInfo<std::string>& info)
+// A folder's name in the characters that a test's name may have.
+static std::string testName(std::string folder)
 {
-    std::string name = info.param;
-    for (char& c : name)
+    for (char& c : folder)
         if (isalnum(static_cast<unsigned char>(c)) == 0)
             c = '_';
-    return name;
+    return folder;
 }
 
-INSTANTIATE_TEST_SUITE_P(machines, RecordedMachine, testing::ValuesIn(machineNames()), testName);
+INSTANTIATE_TEST_SUITE_P(machines, RecordedMachine, testing::ValuesIn(machineNames()),
+                         [](const auto& machine) { return testName(machine.param); });
+
+int main(int argc, char** argv)
+{
+    testing::InitGoogleTest(&argc, argv);
+    std::string filter;
+    for (int i = 1; i < argc; ++i) {
+        if (!fs::exists(std::string(INVHW_MACHINES) + "/" + argv[i] + "/machine.conf")) {
+            fprintf(stderr, "there is no machine %s/%s\n", INVHW_MACHINES, argv[i]);
+            return 2;
+        }
+        filter += "*/" + testName(argv[i]) + ":";
+    }
+    if (!filter.empty())
+        GTEST_FLAG_SET(filter, filter);
+    const int status = RUN_ALL_TESTS();
+    if (testing::UnitTest::GetInstance()->test_to_run_count() > 0)
+        return status;
+    fprintf(stderr, "no machine was scanned\n");
+    return 2;
+}

@@ -123,7 +123,7 @@ static void readMemory(const char* address)
 
 static void mapMemory(const char* address)
 {
-    const int descriptor = open("/dev/mem", O_RDONLY | O_CREAT, 0640);
+    const int descriptor = open("/dev/mem", O_RDONLY);
     const off_t start = static_cast<off_t>(strtoull(address, nullptr, 0));
     void* const mapping = mmap(nullptr, 0x2000, PROT_READ, MAP_SHARED, descriptor, start);
     if (mapping == MAP_FAILED)
@@ -288,7 +288,8 @@ static void streamScsi(const char* path)
         int32_t reply[(36 + 255 + 3) / 4] = {};
         const ssize_t written = write(descriptor, request, sizeof request);
         const ssize_t count = read(descriptor, reply, 36 + 255);
-        printf("%zd %zd %d: %.8s\n", written, count, reply[3], reinterpret_cast<const char*>(reply) + 36 + 8);
+        const char* const bytes = reinterpret_cast<const char*>(reply);
+        printf("%zd %zd %d/%d/%02X: %.8s\n", written, count, reply[3], reply[4] >> 1 & 0x1F, bytes[20], bytes + 36 + 8);
     }
     close(descriptor);
 }

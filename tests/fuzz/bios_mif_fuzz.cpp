@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "linux/BiosMif.h"
+#include "linux/firmware/BiosMif.h"
 
 static std::string changed(FILE* mif, const MifChange& change)
 {

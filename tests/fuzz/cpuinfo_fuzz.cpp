@@ -7,11 +7,11 @@
 #include <string>
 
 #include "linux/LParGroup.h"
-#include "linux/ProcessorFacts.h"
+#include "linux/processor/ProcessorFacts.h"
 
 static constexpr int MAX_ROWS = 4; // all rows are alike
 
-static bool ends(const char (&text)[CPUINFO_LINE_SIZE])
+static bool ends(const char (&text)[kCpuInfoLineSize])
 {
     return memchr(text, '\0', sizeof text) != nullptr;
 }

@@ -5,11 +5,11 @@
 #include <cstdlib>
 #include <string>
 
-#include "linux/FdiskGeometry.h"
-#include "linux/TapeActivity.h"
-#include "linux/TextStream.h"
+#include "linux/storage/FdiskGeometry.h"
+#include "linux/storage/TapeActivity.h"
+#include "linux/text/TextStream.h"
 
-static void check(int found, const DiskGeometry& geometry)
+static void check(int found, const DriveGeometry& geometry)
 {
     const bool complete = geometry.heads != 0 && geometry.cylinders != 0 && geometry.sectors != 0;
     const bool untouched =
@@ -23,10 +23,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     std::string text(reinterpret_cast<const char*>(data), size);
     text += '\n';
     auto stream = [&text] { return TextStream(fmemopen(text.data(), text.size(), "r")); };
-    DiskGeometry listed;
+    DriveGeometry listed;
     TextStream listing = stream();
     check(findListedGeometry(listing, "/dev/", &listed), listed);
-    DiskGeometry mounted;
+    DriveGeometry mounted;
     TextStream answer = stream();
     check(findMountedGeometry(answer, &mounted), mounted);
     TextStream processes = stream();

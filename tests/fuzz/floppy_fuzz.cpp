@@ -8,8 +8,8 @@
 #include <linux/fd.h>
 #include <string>
 
-#include "linux/TextStream.h"
 #include "linux/floppyinfo.h"
+#include "linux/text/TextStream.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {

@@ -7,8 +7,8 @@
 #include <cstring>
 #include <initializer_list>
 
-#include "linux/Gateway.h"
-#include "linux/TextStream.h"
+#include "linux/network/Gateway.h"
+#include "linux/text/TextStream.h"
 
 static void search(const uint8_t* data, size_t size, const char* key, unsigned long outSize)
 {

@@ -7,9 +7,9 @@
 #include <cstring>
 #include <string>
 
-#include "linux/IDEDrives.h"
-#include "linux/TextStream.h"
 #include "linux/ideinfo.h"
+#include "linux/storage/IDEDrives.h"
+#include "linux/text/TextStream.h"
 
 static void require(bool condition)
 {
@@ -37,7 +37,7 @@ static void readFiles(std::string& text)
 
 static void decodeIdentify(const uint8_t* data, size_t size)
 {
-    unsigned char identify[IDENTIFY_SIZE] = {};
+    unsigned char identify[kIdentifySize] = {};
     std::copy_n(data, std::min(size, sizeof identify), identify);
     char serialNumber[21];
     decodeIDEserialnumber(identify, serialNumber);

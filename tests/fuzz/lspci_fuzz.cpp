@@ -4,8 +4,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "linux/Lspci.h"
-#include "linux/TextStream.h"
+#include "linux/pci/Lspci.h"
+#include "linux/text/TextStream.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {

@@ -8,8 +8,8 @@
 #include "com/VexAttribIds.h"
 #include "com/VexTable.h"
 #include "com/VexUtil.h"
-#include "linux/PartitionMounts.h"
-#include "linux/PartitionRows.h"
+#include "linux/partition/PartitionMounts.h"
+#include "linux/partition/PartitionRows.h"
 
 static constexpr uint32_t kLongestName = 255;
 

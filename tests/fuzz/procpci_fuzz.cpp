@@ -5,9 +5,9 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "linux/ProcPci.h"
-#include "linux/TextParse.h"
-#include "linux/TextStream.h"
+#include "linux/pci/ProcPci.h"
+#include "linux/text/TextParse.h"
+#include "linux/text/TextStream.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {

@@ -6,8 +6,10 @@
 #include <cstdlib>
 #include <string>
 
-#include "linux/RAIDDrives.h"
-#include "linux/TextStream.h"
+#include "linux/storage/CCISSDrives.h"
+#include "linux/storage/CompaqSmartDrives.h"
+#include "linux/storage/DAC960Drives.h"
+#include "linux/text/TextStream.h"
 
 static bool isOneLine(const std::string& text)
 {

@@ -5,8 +5,8 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "linux/ResolvConf.h"
-#include "linux/TextStream.h"
+#include "linux/network/ResolvConf.h"
+#include "linux/text/TextStream.h"
 
 static void check(const char* text, size_t size)
 {

@@ -14,6 +14,8 @@
 static constexpr size_t kReplyLength = 255;
 static constexpr uint8_t kFailed = 1;  // the header's result is not 0
 static constexpr uint8_t kShort = 2;   // the reply ends behind the given data
+static constexpr uint8_t kSense = 4;   // the header holds sense data, its key in the upper four bits of the flags
+static constexpr uint8_t kStatus = 8;  // the target's status is not GOOD
 static constexpr int kMostReplies = 6; // more than are ever asked for
 
 // Queues the reply that data begins with; returns how many bytes it took.
@@ -22,6 +24,11 @@ static size_t queueReply(int device, const uint8_t* data, size_t size)
     std::array<uint8_t, sizeof(sg_header) + kReplyLength> reply = {};
     sg_header header = {};
     header.result = data[0] & kFailed;
+    header.target_status = (data[0] & kStatus) != 0;
+    if ((data[0] & kSense) != 0) {
+        header.sense_buffer[0] = 0x70;
+        header.sense_buffer[2] = data[0] >> 4;
+    }
     memcpy(reply.data(), &header, sizeof header);
     const size_t length = std::min<size_t>({data[1], kReplyLength, size - 2});
     memcpy(reply.data() + sizeof header, data + 2, length);

@@ -7,9 +7,9 @@
 #include "com/VexAttribIds.h"
 #include "com/VexTable.h"
 #include "com/VexUtil.h"
-#include "linux/PartitionRows.h"
-#include "linux/PartitionSwaps.h"
-#include "linux/TextStream.h"
+#include "linux/partition/PartitionRows.h"
+#include "linux/partition/PartitionSwaps.h"
+#include "linux/text/TextStream.h"
 
 static uint32_t number(VexTableRow& row, unsigned long id)
 {
@@ -29,8 +29,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     addSwapRows(stream);
     table.reset();
     while (VexTableRow* row = table.getNext())
-        if (number(*row, PART_FS_FREE_SIZE) > INT32_MAX ||
-            number(*row, PART_PHYSICAL_SIZE) != number(*row, PART_FS_TOTAL_SIZE))
+        if (number(*row, PARTITION_FS_FREE_SIZE) > INT32_MAX ||
+            number(*row, PARTITION_PHYSICAL_SIZE) != number(*row, PARTITION_FS_TOTAL_SIZE))
             abort();
     return 0;
 }

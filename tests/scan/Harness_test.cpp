@@ -8,14 +8,20 @@
 class Harness : public testing::TestWithParam<const char*>
 {
 protected:
-    // What the probe prints for pairs of action and argument.
-    std::string ask(const std::vector<std::string>& questions, const std::string& faults = "")
+    // A run of the probe with pairs of action and argument.
+    ScanResult probe(const std::vector<std::string>& questions, const std::string& faults = "")
     {
         ScanOptions options;
         options.program = std::string(FAKEMACHINE_PROBES) + GetParam();
         options.arguments = questions;
         options.faults = faults;
-        const ScanResult result = machine.scan(options);
+        return machine.scan(options);
+    }
+
+    // What the probe prints.
+    std::string ask(const std::vector<std::string>& questions, const std::string& faults = "")
+    {
+        const ScanResult result = probe(questions, faults);
         EXPECT_TRUE(result.ended()) << result.errors;
         return result.report;
     }
@@ -61,7 +67,13 @@ TEST_P(Harness, filesOfTheMachineAreNeverChanged)
 {
     machine.file("/etc/issue", "kept\n");
     EXPECT_EQ(ask({"write", "/etc/issue", "file", "/etc/issue"}), "fopen: EROFS\nopen: EROFS\nkept\n[end]\n");
-    EXPECT_EQ(ask({"write", "/etc/new"}), "fopen: ENOENT\nopen: ENOENT\n");
+}
+
+TEST_P(Harness, makingAFileOnTheMachineEndsTheProgram)
+{
+    const ScanResult result = probe({"write", "/etc/new"});
+    EXPECT_EQ(result.exitStatus, 125);
+    EXPECT_EQ(result.errors, "fakemachine: /etc/new:0: the program would create this file\n");
 }
 
 TEST_P(Harness, relativePathsLeadToTheWorkingFolder)
@@ -197,8 +209,16 @@ TEST_P(Harness, scsiCommandsGetTheirReplies)
     machine.device("/dev/sgb", "SG_IO 12 00 00 00 60 00 error ENXIO\nsg 12 write-count 7\nsg 1A 00 04 error ENODEV\n"
                                "sg 1A 00 03 read-error EIO\n");
     EXPECT_EQ(ask({"scsi", "/dev/sga", "scsi", "/dev/sgb"}), "SEAGATE ST336607LW      0006\nSG_IO: ENXIO\n");
-    EXPECT_EQ(ask({"stream", "/dev/sga"}), "42 291 0: STREAM  \n42 40 0: \n42 291 5: \n");
-    EXPECT_EQ(ask({"stream", "/dev/sgb"}), "7 291 0: \n-1 -1 0: \n42 -1 0: \n");
+    EXPECT_EQ(ask({"stream", "/dev/sga"}), "42 291 0/0/00: STREAM  \n42 40 0/0/00: \n42 291 5/0/00: \n");
+    EXPECT_EQ(ask({"stream", "/dev/sgb"}), "7 291 0/0/00: \n-1 -1 0/0/00: \n42 -1 0/0/00: \n");
+}
+
+TEST_P(Harness, aRefusedScsiCommandComesWithTheDataOfTheReplyBefore)
+{
+    machine.device("/dev/sga", "kind char\nsg 12 00 = 00 *7 \"STREAM  \"\nsg 1A 00 04 status 2 sense 70 00 05\n"
+                               "sg 1A 00 03 status 8 = 00 *7 \"STATUS  \"\n");
+    EXPECT_EQ(ask({"stream", "/dev/sga"}),
+              "42 291 0/0/00: STREAM  \n42 291 0/1/70: STREAM  \n42 291 0/4/00: STATUS  \n");
 }
 
 TEST_P(Harness, chosenCallsFail)

@@ -23,7 +23,7 @@ class LocalesScan : public ::testing::TestWithParam<const char*>
 {
 };
 
-TEST_P(LocalesScan, ReportIsTheExpectedOneAndUtf8)
+TEST_P(LocalesScan, reportIsTheExpectedOneAndUtf8)
 {
     const std::string locale = GetParam();
     FakeMachine machine = FakeMachine::open(kFolder + "/machine");
@@ -50,7 +50,7 @@ static ScanResult scanIn(const std::string& locale, const std::string& name = ""
     return machine.scan();
 }
 
-TEST(LocalesScan, CodeSetOfTheSettingWins)
+TEST(LocalesScan, codeSetOfTheSettingWins)
 {
     const ScanResult result = scanIn("de_DE.ISO-8859-1", "KST_CODESET", "KOI8-R");
     ASSERT_TRUE(result.ended()) << result.errors;
@@ -59,7 +59,7 @@ TEST(LocalesScan, CodeSetOfTheSettingWins)
     EXPECT_NE(result.report.find("/mnt/Эber"), std::string::npos) << "FC is a Cyrillic letter there";
 }
 
-TEST(LocalesScan, WithoutAnyTableTheAsciiCharactersAreReported)
+TEST(LocalesScan, withoutAnyTableTheAsciiCharactersAreReported)
 {
     const ScanResult plain = scanIn("C", "BINDIR", "/nowhere");
     ASSERT_TRUE(plain.ended()) << plain.errors;
@@ -68,4 +68,24 @@ TEST(LocalesScan, WithoutAnyTableTheAsciiCharactersAreReported)
     ASSERT_TRUE(latin.ended()) << latin.errors;
     EXPECT_EQ(latin.value("Partition", 3, "FSMountPoint"), "/mnt/?ber");
     EXPECT_EQ(latin.value("OperatingSystem", 0, "Name"), "Red Hat Linux release 9 (?? & <Shrike>) ");
+}
+
+TEST(LocalesScan, anotherNameOfACodeSetIsFoundInTheShippedAliases)
+{
+    const std::string latin1 = readTextFile(kFolder + "/de_DE.ISO-8859-1.xml");
+    const std::string expected = scanIn("de_DE.ISO-8859-1", "KST_CODESET", "ISO-8859-2").report;
+    ASSERT_NE(expected, latin1);
+    for (const char* name : {"latin2", "LATIN-2"}) {
+        const ScanResult result = scanIn("de_DE.ISO-8859-1", "KST_CODESET", name);
+        ASSERT_TRUE(result.ended()) << result.errors;
+        EXPECT_EQ(result.report, expected) << name;
+    }
+}
+
+// The user's folder has no aliases; what is found in the program's own is the default table.
+TEST(LocalesScan, aSettingOfTheTableFolderWins)
+{
+    FakeMachine machine = FakeMachine::open(kFolder + "/machine");
+    machine.env("LC_ALL", "de_DE.ISO-8859-1").env("KST_CODESET", "latin2").env("KSTDIR", "/nowhere");
+    EXPECT_EQ(machine.scan().report, readTextFile(kFolder + "/de_DE.ISO-8859-1.xml"));
 }

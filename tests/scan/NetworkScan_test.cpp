@@ -123,6 +123,33 @@ TEST(IpAddressScan, anOverlongNameIsCut)
     EXPECT_TRUE(result.logHas("\nhostname=>h< domain=>" + std::string(253, 'd') + "<\n"));
 }
 
+TEST(IpAddressScan, aLongNameInTheSearchListDoesNotEndTheScan)
+{
+    for (const char* word : {"search ", "domain "}) {
+        FakeMachine machine = withInterfaces();
+        machine.conf("host 10.1.0.1 gate.lab.example.com");
+        machine.file("/etc/resolv.conf", word + std::string(256, 'd') + "\n");
+        EXPECT_EQ(scanned(machine).value("IPAddress", 1, "Hostname"), "gate") << word;
+    }
+}
+
+TEST(IpAddressScan, whenLookUpsHaveTakenHalfAMinuteTheOtherAddressesHaveNoName)
+{
+    FakeMachine machine;
+    machine.conf("host-seconds 11");
+    for (const char* number : {"1", "2", "3", "4", "5"})
+        machine.conf(std::string("interface eth") + number + " addr 10.0.0." + number + " mask 255.0.0.0")
+            .conf(std::string("host 10.0.0.") + number + " pc" + number + ".lab.example");
+    machine.file("/etc/resolv.conf", "domain office.example\n");
+    const ScanResult result = scanned(machine);
+    const char* const names[] = {"pc1", "pc2", "pc3", "", ""};
+    for (size_t row = 0; row < std::size(names); ++row) {
+        EXPECT_EQ(result.value("IPAddress", row, "Hostname"), names[row]);
+        EXPECT_EQ(result.value("IPAddress", row, "Domain"), row < 3 ? "lab.example" : "office.example");
+    }
+    EXPECT_TRUE(result.logHas("\nip addr=10.0.0.4\nMAC addr Failed\nhostname=>< domain=><\nsubnet=255.0.0.0\n"));
+}
+
 TEST(IpAddressScan, anIPv6NameServerIsDropped)
 {
     FakeMachine machine;

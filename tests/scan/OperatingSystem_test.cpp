@@ -82,7 +82,7 @@ TEST(OperatingSystem, everyReleaseFileIsAskedInTurn)
     }
 }
 
-TEST(OperatingSystem, PPCInTheReleaseTextMakesItLinuxPPC)
+TEST(OperatingSystem, ppcInTheReleaseTextMakesItLinuxPPC)
 {
     FakeMachine upper = machineWithRelease("/etc/SuSE-release", "SuSE Linux 7.3 (PPC)\n");
     EXPECT_EQ(valueOf(upper, "Type"), "Linux PPC");

@@ -1,5 +1,6 @@
 // A scan of the computer that runs the test: interfaces as ip(8) shows them, PCI devices as lspci(8) lists them.
 
+#include <chrono>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <sstream>
@@ -49,6 +50,42 @@ std::string hardwareAddressOf(const std::string& interface)
     for (char& c : word)
         c = static_cast<char>(toupper(c));
     return word.size() == 17 && word != "00:00:00:00:00:00" ? word : "";
+}
+
+// The beginning of a command that runs in a network of its own, which has one address, with this text in
+// /etc/resolv.conf.
+std::string withResolverSettings(const std::string& folder, const std::string& settings)
+{
+    writeTextFile(folder + "/resolv.conf", settings);
+    writeTextFile(folder + "/nsswitch.conf", "hosts: dns\n");
+    return "unshare --user --map-root-user --mount --net sh -c '"
+           "mount --bind " +
+           folder + "/resolv.conf /etc/resolv.conf && mount --bind " + folder +
+           "/nsswitch.conf /etc/nsswitch.conf && ip link set lo up && "
+           "ip addr add 10.9.8.7/24 dev lo label lo:1 && exec \"$@\"' sh ";
+}
+
+// The beginning of a command that hears what name servers are asked and says nothing.
+std::string asSilentNameServers(const std::string& folder)
+{
+    writeTextFile(folder + "/silent.py", "import os, socket, sys\n"
+                                         "server = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)\n"
+                                         "server.bind(('', 53))\n"
+                                         "server.set_inheritable(True)\n"
+                                         "os.execvp(sys.argv[1], sys.argv[1:])\n");
+    return "python3 " + folder + "/silent.py ";
+}
+
+// The resolver's options in the service's environment, as an assignment for the shell; empty when there are none.
+std::string resolverOptionsOfTheService()
+{
+    const std::string start = "\nEnvironment=\"RES_OPTIONS=";
+    const std::string unit = readTextFile(INVHW_SCAN_TESTS "/../../packaging/systemd/invhw.service");
+    const size_t place = unit.find(start);
+    if (place == std::string::npos)
+        return "";
+    const size_t value = place + start.size();
+    return "RES_OPTIONS='" + unit.substr(value, unit.find('"', value) - value) + "' ";
 }
 
 // The first address of each label: the interface requests answer with it for every record of that name.
@@ -126,4 +163,34 @@ TEST(RealPCI, devicesAgreeWithLspci)
         ++row;
     }
     EXPECT_EQ(result.rows("PCIDevice").size(), row);
+}
+
+TEST(RealNetwork, aLongNameInTheSearchListDoesNotEndTheScan)
+{
+    FakeMachine machine; // for its temporary folder
+    const std::string wrapper =
+        withResolverSettings(machine.folder(), "search " + std::string(256, 'd') + "\nnameserver 127.0.0.1\n");
+    if (outputOf(wrapper + "pwd 2>/dev/null").empty())
+        GTEST_SKIP() << "no namespaces for an ordinary user, or no ip(8)";
+    const ScanResult result = scanThisComputer(wrapper);
+    EXPECT_TRUE(result.report.ends_with("</serviceDataList>"));
+    EXPECT_EQ(result.value("IPAddress", 0, "Address"), "10.9.8.7");
+    EXPECT_EQ(result.value("IPAddress", 0, "Hostname"), "");
+}
+
+TEST(RealNetwork, silentNameServersHoldTheServicesScanForSeconds)
+{
+    FakeMachine machine; // for its temporary folder
+    const std::string folder = machine.folder();
+    const std::string wrapper =
+        withResolverSettings(folder, "nameserver 127.0.0.1\nnameserver 127.0.0.2\nnameserver 127.0.0.3\n") +
+        asSilentNameServers(folder);
+    if (outputOf(wrapper + "pwd 2>/dev/null").empty())
+        GTEST_SKIP() << "no namespaces for an ordinary user, no ip(8) or no python3";
+    const auto start = std::chrono::steady_clock::now();
+    const ScanResult result = scanThisComputer(resolverOptionsOfTheService() + wrapper);
+    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
+    EXPECT_EQ(result.value("IPAddress", 0, "Address"), "10.9.8.7");
+    EXPECT_EQ(result.value("IPAddress", 0, "Hostname"), "");
+    EXPECT_LT(seconds.count(), 15.0) << "the C library's own time-outs make it half a minute";
 }

@@ -8,7 +8,7 @@
 #include <unistd.h>
 #include <vector>
 
-#include "linux/PartitionNames.h"
+#include "linux/partition/PartitionNames.h"
 #include "tests/scan/RealScan.h"
 
 namespace

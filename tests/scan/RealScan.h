@@ -22,8 +22,9 @@ inline std::string outputOf(const std::string& command)
 }
 
 /// The report of a scan of the computer at hand by the program beside this test, without the preload library and in the
-/// C locale. The scan's files stay in a folder of their own, which goes with it.
-inline ScanResult scanThisComputer()
+/// C locale. The scan's files stay in a folder of their own, which goes with it. A wrapper is the beginning of a
+/// command line that ends with the program.
+inline ScanResult scanThisComputer(const std::string& wrapper = "")
 {
     namespace fs = std::filesystem;
     ScanResult result;
@@ -31,11 +32,7 @@ inline ScanResult scanThisComputer()
     if (mkdtemp(folder.data()) == nullptr)
         return result;
     const fs::path program = fs::read_symlink("/proc/self/exe").parent_path() / "invhw";
-    result.report = outputOf("cd '" + folder + "' && LC_ALL=C '" + program.string() + "'");
+    result.report = outputOf("cd '" + folder + "' && LC_ALL=C " + wrapper + " '" + program.string() + "'");
     fs::remove_all(folder);
-    // A scan as root leaves an empty file where there is no physical memory to read; other tools do not survive that.
-    std::error_code none;
-    if (fs::is_regular_file("/dev/mem", none) && fs::file_size("/dev/mem", none) == 0)
-        fs::remove("/dev/mem", none);
     return result;
 }

@@ -80,6 +80,44 @@ TEST(SCSI, aDiskOnTheFifthNodeHasTheGeometryOfItsModePages)
     EXPECT_EQ(drive(machine.scan(), 0), "1|Hard Disk|DISK WIT|MAKER||1024|63|16|504|Unsupported");
 }
 
+// Devices differ in one number of their address; only the block node of all four is that of the generic node.
+TEST(SCSI, aBlockNodeBelongsToTheDeviceOfItsWholeAddress)
+{
+    static constexpr struct {
+        const char* address;
+        size_t rows;
+    } kNodes[] = {
+        {"host 1 channel 2 id 3 lun 4", 1}, {"host 0 channel 2 id 3 lun 4", 0}, {"host 1 channel 0 id 3 lun 4", 0},
+        {"host 1 channel 2 id 0 lun 4", 0}, {"host 1 channel 2 id 3 lun 0", 0},
+    };
+    for (const auto& node : kNodes) {
+        FakeMachine machine;
+        machine.device("/dev/sg0", "open read-only\nSG_GET_SCSI_ID host 1 channel 2 id 3 lun 4 type 0\n"
+                                   "SG_IO 12 00 00 00 60 00 = " +
+                                       inquiry("00", "DISK"));
+        machine.device("/dev/sda", std::string("SCSI_IOCTL_GET_IDLUN ") + node.address +
+                                       "\nHDIO_GETGEO heads 16 sectors 63 cylinders 1024\nBLKGETSIZE 1032192\n");
+        EXPECT_EQ(machine.scan().rows("Storage").size(), node.rows) << node.address;
+    }
+}
+
+// Two adapters number their devices alike.
+TEST(SCSI, devicesOfTheSameNumbersOnTwoHostsHaveTheirOwnNodes)
+{
+    FakeMachine machine;
+    for (const char* host : {"0", "1"}) {
+        machine.device(std::string("/dev/sg") + host, std::string("open read-only\nSG_GET_SCSI_ID host ") + host +
+                                                          " channel 0 id 1 lun 0 type 0\nSG_IO 12 00 00 00 60 00 = " +
+                                                          inquiry("00", std::string("DISK ") + host));
+    }
+    const std::string geometry = "HDIO_GETGEO heads 16 sectors 63 cylinders ";
+    machine.device("/dev/sda", "SCSI_IOCTL_GET_IDLUN host 1 channel 0 id 1 lun 0\n" + geometry + "111\n");
+    machine.device("/dev/sdb", "SCSI_IOCTL_GET_IDLUN host 0 channel 0 id 1 lun 0\n" + geometry + "222\n");
+    const ScanResult result = machine.scan();
+    EXPECT_EQ(drive(result, 0), "1|Hard Disk|DISK 0|MAKER||222|63|16|0|Unsupported");
+    EXPECT_EQ(drive(result, 1), "2|Hard Disk|DISK 1|MAKER||111|63|16|0|Unsupported");
+}
+
 TEST(SCSI, theSizeOfADiskIsThatInBytesWhereItIsTold)
 {
     static constexpr struct {

@@ -1,8 +1,12 @@
 // The Storage group in whole scans: the order of the probes, what they share and what decides whether they run.
 
+#include <filesystem>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "FakeMachine.h"
+
+namespace fs = std::filesystem;
 
 namespace
 {
@@ -148,6 +152,42 @@ TEST(StorageScan, aModuleThatNobodyCouldLoadStays)
         ScanResult result;
         EXPECT_FALSE(has(callsOf(machine, &result), kUnloadModule)) << command;
     }
+}
+
+TEST(StorageScan, aLinkPlantedUnderTheErrorFilesNameIsNotFollowed)
+{
+    FakeMachine machine;
+    const std::string victim = machine.folder() + "/victim";
+    writeTextFile(victim, "precious\n");
+    fs::create_symlink(victim, machine.workingFolder() + "/modprobe.error");
+    machine.commandErrors(kLoadModule, "FATAL: Module sg already in kernel.\n");
+    ScanResult result;
+    EXPECT_TRUE(has(callsOf(machine, &result), kLoadModule));
+    EXPECT_EQ(readTextFile(victim), "precious\n");
+    EXPECT_FALSE(fs::is_symlink(machine.workingFolder() + "/modprobe.error"));
+}
+
+TEST(StorageScan, aPipePlantedUnderTheErrorFilesNameDoesNotHoldTheScan)
+{
+    FakeMachine machine;
+    ASSERT_EQ(mkfifo((machine.workingFolder() + "/modprobe.error").c_str(), 0600), 0);
+    machine.command(kLoadModule, "");
+    ScanResult result;
+    EXPECT_TRUE(has(callsOf(machine, &result), kUnloadModule));
+}
+
+TEST(StorageScan, withALinkThatCannotBeTakenAwayNoModuleIsLoaded)
+{
+    FakeMachine machine;
+    const std::string victim = machine.folder() + "/victim";
+    writeTextFile(victim, "precious\n");
+    fs::create_symlink(victim, machine.workingFolder() + "/modprobe.error");
+    machine.conf("error change modprobe.error EACCES").command(kLoadModule, "");
+    ScanResult result;
+    const std::string calls = callsOf(machine, &result);
+    EXPECT_FALSE(has(calls, kLoadModule));
+    EXPECT_FALSE(has(calls, kUnloadModule));
+    EXPECT_EQ(readTextFile(victim), "precious\n");
 }
 
 TEST(StorageScan, theModuleStaysLoadedWhileABackupRuns)

@@ -98,6 +98,19 @@ TEST_F(Surroundings, allStandardStreamsAreClosed)
     EXPECT_EQ(result.log, readTextFile(recorded + "/expected.log"));
 }
 
+TEST_F(Surroundings, aClosedStandardOutputWithoutNullDeviceIsNoReportInTheLog)
+{
+    machine.conf("error open /dev/null ENOENT");
+    for (const std::vector<int>& closed : {std::vector{1}, {0, 1}, {1, 2}, {0, 1, 2}}) {
+        options.closedStreams = closed;
+        const ScanResult result = machine.scan(options);
+        EXPECT_TRUE(result.ended());
+        EXPECT_EQ(result.report, "");
+        EXPECT_EQ(result.errors, "");
+        EXPECT_EQ(result.log, readTextFile(recorded + "/expected.log"));
+    }
+}
+
 TEST_F(Surroundings, sixteenDescriptorsAreEnough)
 {
     options.openFiles = 16;
@@ -109,6 +122,39 @@ TEST_F(Surroundings, sixtyFourMebibytesAreEnough)
 {
     options.addressSpace = 64UL << 20;
     expectWholeReport(machine.scan(options));
+}
+#endif
+
+// Of the recorded machine's two files only the log is larger than the limit.
+TEST_F(Surroundings, aLimitOnTheSizeOfFilesCutsTheLogAlone)
+{
+    const std::string log = readTextFile(recorded + "/expected.log");
+    options.fileSize = (expected.size() + log.size()) / 2;
+    ASSERT_LT(expected.size(), options.fileSize);
+    const ScanResult result = machine.scan(options);
+    expectWholeReport(result);
+    EXPECT_EQ(result.log, log.substr(0, options.fileSize));
+}
+
+TEST_F(Surroundings, aLimitOnTheSizeOfFilesCutsTheReport)
+{
+    options.fileSize = expected.size() / 2;
+    const ScanResult result = machine.scan(options);
+    EXPECT_TRUE(result.ended()) << result.errors;
+    EXPECT_EQ(result.report, expected.substr(0, options.fileSize));
+    EXPECT_EQ(result.log.size(), options.fileSize);
+}
+
+#if !defined(__SANITIZE_ADDRESS__) // whose frames are larger
+TEST_F(Surroundings, aStackOf128KibibytesIsEnough)
+{
+    options.stackSize = 128UL << 10;
+    for (const char* name : {"redhat9-kernel24", "modern-server", "scsi-server", "smart-raid-server", "mounts"}) {
+        const std::string folder = std::string(INVHW_MACHINES) + "/" + name;
+        const ScanResult result = FakeMachine::open(folder).scan(options);
+        EXPECT_TRUE(result.ended()) << name << " signal " << result.signal;
+        EXPECT_EQ(result.report, readTextFile(folder + "/expected.xml")) << name;
+    }
 }
 #endif
 

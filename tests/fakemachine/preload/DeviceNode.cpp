@@ -6,26 +6,15 @@
 #include <fcntl.h>
 #include <scsi/sg.h>
 
+#include "preload/Record.h"
+
 namespace fakemachine
 {
 
-// Ioctl numbers, those whose number holds the size of a long or of a record with a pointer in both forms.
-static constexpr uint32_t kGetGeometry = 0x301;
-static constexpr uint32_t kGetIdentity = 0x30D;
-static constexpr uint32_t kDriveCommand = 0x31F;
-static constexpr uint32_t kFloppyParameters32 = 0x801C0204;
-static constexpr uint32_t kFloppyParameters64 = 0x80200204;
-static constexpr uint32_t kFloppyType = 0x8010020F;
-static constexpr uint32_t kGetSize = 0x1260;
-static constexpr uint32_t kGetSize64Long32 = 0x80041272;
-static constexpr uint32_t kGetSize64Long64 = 0x80081272;
-static constexpr uint32_t kGetIdLun = 0x5382;
-static constexpr uint32_t kGetScsiId = 0x2276;
-static constexpr uint32_t kScsiCommand = 0x2285;
-
-static constexpr size_t kIdentitySize = 512;
-static constexpr size_t kRequestHeader = 36; // of the SCSI generic byte stream
-static constexpr int kStreamError = 5;       // result of a command that the device does not know
+static constexpr uint32_t kScsiCommand = 0x2285; // the ioctl SG_IO
+static constexpr size_t kRequestHeader = 36;     // of the SCSI generic byte stream
+static constexpr size_t kStreamSense = 16;       // bytes at its end
+static constexpr int kStreamError = 5;           // result of a command that the device does not know
 
 DeviceNode::DeviceNode(const std::string& text, const std::string& name)
 {
@@ -75,18 +64,27 @@ static bool isHexByte(const Word& word)
            isxdigit(static_cast<unsigned char>(word.text[1])) != 0;
 }
 
+static std::string hexBytes(const std::vector<Word>& words, size_t* at, const LinePlace& place)
+{
+    std::string bytes;
+    for (; *at < words.size() && isHexByte(words[*at]); ++*at)
+        bytes += parseBytes({words[*at]}, 0, place);
+    return bytes;
+}
+
 void DeviceNode::parseReply(Replies& replies, const std::vector<Word>& words, const LinePlace& place)
 {
-    std::string command;
     size_t at = 1;
-    for (; at < words.size() && isHexByte(words[at]); ++at)
-        command += parseBytes({words[at]}, 0, place);
-    ScsiReply& reply = replies[command];
+    ScsiReply& reply = replies[hexBytes(words, &at, place)];
     while (at < words.size()) {
         const std::string& key = words[at++].text;
         if (key == "=") {
             reply.data = parseBytes(words, at, place);
             return;
+        }
+        if (key == "sense") {
+            reply.sense = hexBytes(words, &at, place);
+            continue;
         }
         const std::string& value = textAt(words, at++, place);
         if (key == "error")
@@ -110,12 +108,9 @@ void DeviceNode::parseReply(Replies& replies, const std::vector<Word>& words, co
     }
 }
 
-void DeviceNode::parseAnswer(Answer& answer, const std::vector<Word>& words, const LinePlace& place)
+void DeviceNode::parseAnswer(IoctlAnswer& answer, const std::vector<Word>& words, const LinePlace& place)
 {
-    static const char* const kNames[] = {"HDIO_GETGEO",  "HDIO_GET_IDENTITY",    "HDIO_DRIVE_CMD",
-                                         "FDGETPRM",     "FDGETDRVTYP",          "BLKGETSIZE",
-                                         "BLKGETSIZE64", "SCSI_IOCTL_GET_IDLUN", "SG_GET_SCSI_ID"};
-    if (std::find(std::begin(kNames), std::end(kNames), words[0].text) == std::end(kNames))
+    if (!isIoctlName(words[0].text))
         fail(place, "unknown directive " + words[0].text);
     for (size_t i = 1; i < words.size();) {
         const std::string& key = words[i++].text;
@@ -151,144 +146,9 @@ int DeviceNode::openError(int flags) const
     return (flags & O_ACCMODE) == O_RDONLY ? 0 : writeOpenError_;
 }
 
-const DeviceNode::Answer* DeviceNode::find(const char* name) const
-{
-    const auto found = answers_.find(name);
-    if (found == answers_.end()) {
-        errno = ENOTTY;
-        return nullptr;
-    }
-    if (found->second.error != 0) {
-        errno = found->second.error;
-        return nullptr;
-    }
-    return &found->second;
-}
-
-std::string DeviceNode::identity(const Answer& answer)
-{
-    std::string block(kIdentitySize, '\0');
-    for (const auto& [offset, bytes] : answer.bytes)
-        if (offset < kIdentitySize)
-            block.replace(offset, std::min(bytes.size(), kIdentitySize - offset), bytes, 0,
-                          std::min(bytes.size(), kIdentitySize - offset));
-    return block;
-}
-
-// Writes numbers one after the other, each little-endian in its own width, as the kernel lays out its records.
-class Record
-{
-public:
-    explicit Record(void* out) : out_(static_cast<unsigned char*>(out)) {}
-    Record& add(uint64_t value, size_t width)
-    {
-        for (size_t i = 0; i < width; ++i)
-            *out_++ = static_cast<unsigned char>(value >> (8 * i));
-        return *this;
-    }
-
-private:
-    unsigned char* out_;
-};
-
-static uint64_t numberOf(const std::map<std::string, uint64_t>& numbers, const char* name)
-{
-    const auto found = numbers.find(name);
-    return found == numbers.end() ? 0 : found->second;
-}
-
 int DeviceNode::control(uint32_t request, void* argument) const
 {
-    const auto number = [](const Answer* answer, const char* name) { return numberOf(answer->numbers, name); };
-    const Answer* answer = nullptr;
-    switch (request) {
-    case kGetGeometry:
-        if ((answer = find("HDIO_GETGEO")) == nullptr)
-            return -1;
-        Record(argument)
-            .add(number(answer, "heads"), 1)
-            .add(number(answer, "sectors"), 1)
-            .add(number(answer, "cylinders"), 2)
-            .add(0, sizeof(long) - 4)
-            .add(number(answer, "start"), sizeof(long));
-        return 0;
-    case kGetIdentity:
-        if ((answer = find("HDIO_GET_IDENTITY")) == nullptr)
-            return -1;
-        memcpy(argument, identity(*answer).data(), kIdentitySize);
-        return 0;
-    case kDriveCommand:
-        if ((answer = find("HDIO_DRIVE_CMD")) == nullptr)
-            return -1;
-        // The fourth byte says how many sectors the caller has room for.
-        memcpy(static_cast<char*>(argument) + 4, identity(*answer).data(),
-               static_cast<unsigned char*>(argument)[3] == 0 ? 0 : kIdentitySize);
-        Record(argument).add(0x50, 1).add(0, 2); // status: ready; no error, no sectors left
-        return 0;
-    case kFloppyParameters32:
-    case kFloppyParameters64:
-        if ((answer = find("FDGETPRM")) == nullptr)
-            return -1;
-        Record(argument)
-            .add(number(answer, "size"), 4)
-            .add(number(answer, "sect"), 4)
-            .add(number(answer, "head"), 4)
-            .add(number(answer, "track"), 4)
-            .add(number(answer, "stretch"), 4)
-            .add(number(answer, "gap"), 1)
-            .add(number(answer, "rate"), 1)
-            .add(number(answer, "spec1"), 1)
-            .add(number(answer, "fmt_gap"), 1)
-            .add(0, request == kFloppyParameters32 ? 4 : 8);
-        return 0;
-    case kFloppyType:
-        if ((answer = find("FDGETDRVTYP")) == nullptr)
-            return -1;
-        strncpy(static_cast<char*>(argument), answer->text.c_str(), 16);
-        return 0;
-    case kGetSize:
-        if ((answer = find("BLKGETSIZE")) == nullptr)
-            return -1;
-        if (sizeof(long) == 4 && answer->value > UINT32_MAX) {
-            errno = EFBIG;
-            return -1;
-        }
-        Record(argument).add(answer->value, sizeof(long));
-        return 0;
-    case kGetSize64Long32:
-    case kGetSize64Long64:
-        if ((answer = find("BLKGETSIZE64")) == nullptr)
-            return -1;
-        Record(argument).add(answer->value, 8);
-        return 0;
-    case kGetIdLun:
-        if ((answer = find("SCSI_IOCTL_GET_IDLUN")) == nullptr)
-            return -1;
-        Record(argument)
-            .add(number(answer, "id") | number(answer, "lun") << 8 | number(answer, "channel") << 16 |
-                     number(answer, "host") << 24,
-                 4)
-            .add(number(answer, "unique"), 4);
-        return 0;
-    case kGetScsiId:
-        if ((answer = find("SG_GET_SCSI_ID")) == nullptr)
-            return -1;
-        Record(argument)
-            .add(number(answer, "host"), 4)
-            .add(number(answer, "channel"), 4)
-            .add(number(answer, "id"), 4)
-            .add(number(answer, "lun"), 4)
-            .add(number(answer, "type"), 4)
-            .add(1, 2)
-            .add(1, 2)
-            .add(0, 8);
-        return 0;
-    case kScsiCommand:
-        return scsiControl(argument);
-    default:
-        errno = ENOTTY;
-        return -1;
-    }
+    return request == kScsiCommand ? scsiControl(argument) : answerIoctl(answers_, request, argument);
 }
 
 int DeviceNode::scsiControl(void* argument) const
@@ -305,14 +165,17 @@ int DeviceNode::scsiControl(void* argument) const
         return -1;
     }
     const ScsiReply& reply = found->second;
-    const size_t count = std::min<size_t>(reply.data.size(), header->dxfer_len);
+    const std::string data = reply.data.value_or("");
+    const size_t count = std::min<size_t>(data.size(), header->dxfer_len);
     memset(header->dxferp, 0, header->dxfer_len);
-    memcpy(header->dxferp, reply.data.data(), count);
+    memcpy(header->dxferp, data.data(), count);
+    const size_t senseCount = std::min<size_t>(reply.sense.size(), header->mx_sb_len);
+    memcpy(header->sbp, reply.sense.data(), senseCount);
     header->status = static_cast<unsigned char>(reply.status);
     header->masked_status = static_cast<unsigned char>(reply.status >> 1);
     header->host_status = static_cast<unsigned short>(reply.hostStatus);
     header->driver_status = static_cast<unsigned short>(reply.driverStatus);
-    header->sb_len_wr = 0;
+    header->sb_len_wr = static_cast<unsigned char>(senseCount);
     header->resid = static_cast<int>(header->dxfer_len - count);
     header->duration = 1;
     header->info = reply.status + reply.hostStatus + reply.driverStatus == 0 ? SG_INFO_OK : SG_INFO_CHECK;
@@ -342,6 +205,21 @@ ssize_t DeviceNode::writeRequest(const void* data, size_t count)
                                : static_cast<ssize_t>(count);
 }
 
+// The reply header; its word of bit fields holds the status without the lowest bit, which is no part of it.
+static std::string streamHeader(const ScsiReply& reply, size_t total)
+{
+    std::string bytes(kRequestHeader, '\0');
+    const unsigned statuses = reply.status >> 1 << 1 | reply.hostStatus << 6 | reply.driverStatus << 14;
+    Record(bytes.data())
+        .add(total, 4)
+        .add(total, 4)
+        .add(0, 4)
+        .add(static_cast<uint32_t>(reply.result), 4)
+        .add(statuses, 4);
+    const std::string sense = reply.sense.substr(0, kStreamSense);
+    return bytes.replace(kRequestHeader - kStreamSense, sense.size(), sense);
+}
+
 ssize_t DeviceNode::readReply(void* data, size_t count)
 {
     const ScsiReply* reply = pending_;
@@ -358,10 +236,9 @@ ssize_t DeviceNode::readReply(void* data, size_t count)
     }
     pending_ = nullptr;
     unknownRequest_ = false;
-    std::string bytes(kRequestHeader, '\0');
-    const size_t total = std::max(count, kRequestHeader);
-    Record(bytes.data()).add(total, 4).add(total, 4).add(0, 4).add(static_cast<uint32_t>(reply->result), 4);
-    bytes += reply->data;
+    if (reply->data || reply->status == 0)
+        streamBuffer_ = reply->data.value_or("");
+    std::string bytes = streamHeader(*reply, std::max(count, kRequestHeader)) + streamBuffer_;
     bytes.resize(count, '\0');
     memcpy(data, bytes.data(), count);
     return static_cast<ssize_t>(std::min(count, reply->readCount.value_or(count)));

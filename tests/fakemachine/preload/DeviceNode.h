@@ -7,6 +7,7 @@
 #include <sys/types.h>
 #include <vector>
 
+#include "preload/Ioctls.h"
 #include "preload/Text.h"
 
 namespace fakemachine
@@ -14,7 +15,8 @@ namespace fakemachine
 
 /// The answer to one SCSI command.
 struct ScsiReply {
-    std::string data;
+    std::optional<std::string> data;
+    std::string sense;
     int error = 0;     // errno of the ioctl, or of the write
     int readError = 0; // errno of the read
     int result = 0;    // result field of the reply's header
@@ -39,31 +41,22 @@ public:
     ssize_t readReply(void* data, size_t count);
 
 private:
-    // What is known about one ioctl: an errno, numbers by name, bytes by offset.
-    struct Answer {
-        int error = 0;
-        std::map<std::string, uint64_t> numbers;
-        std::map<size_t, std::string> bytes;
-        std::string text;
-        uint64_t value = 0;
-    };
     using Replies = std::map<std::string, ScsiReply>; // by the command's bytes
 
     void parseLine(const std::vector<Word>& words, const LinePlace& place);
     void parseOpen(const std::vector<Word>& words, const LinePlace& place);
     void parseReply(Replies& replies, const std::vector<Word>& words, const LinePlace& place);
-    void parseAnswer(Answer& answer, const std::vector<Word>& words, const LinePlace& place);
-    const Answer* find(const char* name) const;
-    static std::string identity(const Answer& answer);
+    void parseAnswer(IoctlAnswer& answer, const std::vector<Word>& words, const LinePlace& place);
     int scsiControl(void* argument) const;
 
     bool block_ = true;
     int openError_ = 0;
     int writeOpenError_ = 0;
-    std::map<std::string, Answer> answers_; // by the ioctl's name
+    IoctlAnswers answers_;
     Replies ioctlReplies_;
     Replies streamReplies_;
     const ScsiReply* pending_ = nullptr; // the reply to the last request written
+    std::string streamBuffer_;           // data of the reply before, which a refused command leaves alone
     bool unknownRequest_ = false;
 };
 

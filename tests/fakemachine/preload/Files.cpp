@@ -13,12 +13,21 @@
 #include "preload/Export.h"
 #include "preload/Machine.h"
 #include "preload/OpenNodes.h"
+#include "preload/Text.h"
 
 using namespace fakemachine;
 
 static bool writes(int flags)
 {
     return (flags & O_ACCMODE) != O_RDONLY || (flags & O_TRUNC) != 0;
+}
+
+// A program that makes files on the machine is ended, so that no scan does it unseen.
+static void refuseToCreate(const Location& where, int flags)
+{
+    static auto* const realAccess = realFunction<int(const char*, int)>("access");
+    if (where.place == Place::File && (flags & O_CREAT) != 0 && realAccess(where.path.c_str(), F_OK) != 0)
+        fail({where.name, 0}, "the program would create this file");
 }
 
 // open of any path; the machine's own files are never changed.
@@ -39,6 +48,7 @@ static int openPath(const char* path, int flags, mode_t mode)
         return real(path, flags, mode);
     if (where.place != Place::File)
         return openNode(where, flags);
+    refuseToCreate(where, flags);
     const int descriptor = real(where.path.c_str(), (flags & ~(O_CREAT | O_TRUNC | O_ACCMODE)) | O_RDONLY);
     if (descriptor >= 0 && writes(flags)) {
         static auto* const realClose = realFunction<int(int)>("close");

@@ -142,6 +142,8 @@ static void parseLine(MachineConf& conf, const Line& line)
         parseInterface(conf, line);
     else if (directive == "host")
         conf.hosts[line.at(1)] = line.at(2);
+    else if (directive == "host-seconds")
+        conf.hostSeconds = parseSigned(line.at(1), line.place);
     else if (directive == "login")
         parseLogin(conf, line);
     else if (directive == "statvfs")

@@ -43,6 +43,7 @@ struct MachineConf {
     bool network = false;
     std::vector<Interface> interfaces;
     std::map<std::string, std::string> hosts; // dotted address -> name
+    int64_t hostSeconds = 0;                  // that each reverse look-up takes
     std::vector<Login> logins;
     std::map<std::string, Numbers> fileSystems;                // by mount point
     std::map<std::string, std::vector<std::string>> order;     // of the entries of a folder

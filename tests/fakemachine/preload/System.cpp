@@ -7,6 +7,7 @@
 #include <ctime>
 #include <fcntl.h>
 #include <netdb.h>
+#include <sstream>
 #include <sys/mman.h>
 #include <sys/statvfs.h>
 #include <sys/sysinfo.h>
@@ -18,6 +19,7 @@
 #include "preload/Calls.h"
 #include "preload/Export.h"
 #include "preload/Machine.h"
+#include "preload/Text.h"
 
 using namespace fakemachine;
 
@@ -157,6 +159,26 @@ FAKE(int, statvfs64, const char* path, struct statvfs64* status)
     return fileSystemStatus(path, status, "statvfs64");
 }
 
+// The C library's resolver asserts that it can keep the names of the search list.
+static void requireShortSearchList()
+{
+    constexpr size_t LONGEST_NAME = 255;
+    if (getenv("LOCALDOMAIN") != nullptr)
+        return;
+    const Location where = Machine::instance().locate("/etc/resolv.conf");
+    for (const std::string& line : splitLines(readWhole(where.path).value_or(""))) {
+        std::istringstream words(line);
+        std::string word;
+        if (words >> word && (word == "search" || word == "domain"))
+            while (words >> word)
+                if (word.size() > LONGEST_NAME)
+                    abort();
+    }
+}
+
+// Seconds that look-ups have taken, all in no time.
+static int64_t secondsOfLookups = 0;
+
 FAKE(hostent*, gethostbyaddr, const void* address, socklen_t length, int family)
 {
     static hostent entry;
@@ -170,6 +192,8 @@ FAKE(hostent*, gethostbyaddr, const void* address, socklen_t length, int family)
         inet_ntop(AF_INET, &answer, dotted, sizeof dotted);
     }
     Call call("gethostbyaddr", dotted);
+    requireShortSearchList();
+    secondsOfLookups += conf().hostSeconds;
     const auto found = conf().hosts.find(dotted);
     if (call.fails() || found == conf().hosts.end()) {
         h_errno = HOST_NOT_FOUND;
@@ -267,8 +291,12 @@ FAKE(int, gettimeofday, timeval* out, void*)
 FAKE(int, clock_gettime, clockid_t clock, timespec* out)
 {
     static auto* const real = realFunction<int(clockid_t, timespec*)>("clock_gettime");
-    if (clock != CLOCK_REALTIME && clock != CLOCK_REALTIME_COARSE)
-        return real(clock, out);
+    if (clock != CLOCK_REALTIME && clock != CLOCK_REALTIME_COARSE) {
+        const int result = real(clock, out);
+        if (clock == CLOCK_MONOTONIC)
+            out->tv_sec += static_cast<time_t>(secondsOfLookups);
+        return result;
+    }
     Call call("clock_gettime");
     out->tv_sec = static_cast<time_t>(now());
     out->tv_nsec = 0;
@@ -299,8 +327,12 @@ FAKE(int, __gettimeofday64, WideTime* out, void*)
 FAKE(int, __clock_gettime64, clockid_t clock, WideTime* out)
 {
     static auto* const real = realFunction<int(clockid_t, WideTime*)>("__clock_gettime64");
-    if (clock != CLOCK_REALTIME && clock != CLOCK_REALTIME_COARSE)
-        return real(clock, out);
+    if (clock != CLOCK_REALTIME && clock != CLOCK_REALTIME_COARSE) {
+        const int result = real(clock, out);
+        if (clock == CLOCK_MONOTONIC)
+            out->seconds += secondsOfLookups;
+        return result;
+    }
     Call call("clock_gettime");
     *out = {now(), 0};
     return 0;

@@ -1,7 +1,9 @@
 #include "SMBIOS/slm_mmap.h"
 
 #include <cstring>
+#include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <string>
 #include <sys/mman.h>
 #include <unistd.h>
@@ -37,6 +39,12 @@ protected:
     }
     ~SlmFile() override { unlink(path_); }
 
+    std::string fileText() const
+    {
+        std::ifstream stream(path_, std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+
     std::string content_;
     char path_[32] = "/tmp/invhw_map_XXXXXX";
     void* handle_ = nullptr;
@@ -66,11 +74,7 @@ TEST_F(SlmFile, takesWritesInWriteMode)
     ASSERT_NE(start, MAP_FAILED);
     memcpy(start, "changed", 7);
     EXPECT_EQ(slm_file_munmap(&handle_), 0);
-    char again[8] = "";
-    FILE* const stream = fopen(path_, "rb");
-    EXPECT_EQ(fread(again, 1, 7, stream), 7u);
-    fclose(stream);
-    EXPECT_STREQ(again, "changed");
+    EXPECT_EQ(fileText().substr(0, 7), "changed");
 }
 
 TEST_F(SlmFile, shorterThanTheMappingReadsAsZerosBehindItsEnd)
@@ -84,9 +88,30 @@ TEST_F(SlmFile, shorterThanTheMappingReadsAsZerosBehindItsEnd)
     EXPECT_EQ(slm_file_munmap(&handle_), 0);
 }
 
+TEST_F(SlmFile, shorterThanTheMappingKeepsWhatIsWrittenInWriteMode)
+{
+    const unsigned long page = slm_get_page_size();
+    char* const start = static_cast<char*>(slm_file_mmap(path_, page, 5 * page, 1, 1, &handle_));
+    ASSERT_NE(start, MAP_FAILED);
+    memcpy(start + page - 7, "changed", 7);
+    EXPECT_EQ(slm_file_munmap(&handle_), 0);
+    EXPECT_EQ(fileText().substr(2 * page - 7, 7), "changed");
+    EXPECT_EQ(fileText().size(), content_.size());
+}
+
 TEST_F(SlmFile, cannotBeMappedWithoutLengthOrFile)
 {
     EXPECT_EQ(slm_file_mmap(path_, 0, 0, 1, 0, &handle_), MAP_FAILED);
     EXPECT_EQ(slm_file_mmap("/nonexistent/file", 0, 10, 1, 0, &handle_), MAP_FAILED);
     EXPECT_EQ(handle_, nullptr);
+}
+
+TEST(SlmPhysical, isNotMadeWhereThereIsNone)
+{
+    if (access("/dev/mem", F_OK) == 0)
+        GTEST_SKIP() << "this computer has it";
+    void* handle = nullptr;
+    EXPECT_EQ(slm_phys_mmap(0xF0000, 0xF1000, 1, &handle), MAP_FAILED);
+    EXPECT_EQ(handle, nullptr);
+    EXPECT_NE(access("/dev/mem", F_OK), 0);
 }

@@ -42,7 +42,7 @@ protected:
     }
 };
 
-TEST_F(CodeTableTest, SingleByteTable)
+TEST_F(CodeTableTest, singleByteTable)
 {
     const kst_handle handle = open(SmallTables::singleByte());
     ASSERT_NE(handle, nullptr);
@@ -54,7 +54,7 @@ TEST_F(CodeTableTest, SingleByteTable)
     kst_cs_free(handle);
 }
 
-TEST_F(CodeTableTest, DoubleByteTable)
+TEST_F(CodeTableTest, doubleByteTable)
 {
     const kst_handle handle = open(SmallTables::doubleByte());
     ASSERT_NE(handle, nullptr);
@@ -68,7 +68,7 @@ TEST_F(CodeTableTest, DoubleByteTable)
     kst_cs_free(handle);
 }
 
-TEST_F(CodeTableTest, ARowThatEndsWithTheFileReadsAsUnmappedBehindIt)
+TEST_F(CodeTableTest, aRowThatEndsWithTheFileReadsAsUnmappedBehindIt)
 {
     std::string bytes = SmallTables::doubleByte();
     const size_t area = load32(reinterpret_cast<const unsigned char*>(bytes.data()));
@@ -83,7 +83,7 @@ TEST_F(CodeTableTest, ARowThatEndsWithTheFileReadsAsUnmappedBehindIt)
     kst_cs_free(handle);
 }
 
-TEST_F(CodeTableTest, MultiByteTableWithCharactersOfEveryLength)
+TEST_F(CodeTableTest, multiByteTableWithCharactersOfEveryLength)
 {
     const kst_handle handle = open(SmallTables::multiByte());
     ASSERT_NE(handle, nullptr);
@@ -98,7 +98,7 @@ TEST_F(CodeTableTest, MultiByteTableWithCharactersOfEveryLength)
     kst_cs_free(handle);
 }
 
-TEST_F(CodeTableTest, Gb18030TableWithBothKindsOfRanges)
+TEST_F(CodeTableTest, gb18030TableWithBothKindsOfRanges)
 {
     const kst_handle handle = open(SmallTables::gb18030());
     ASSERT_NE(handle, nullptr);
@@ -113,7 +113,23 @@ TEST_F(CodeTableTest, Gb18030TableWithBothKindsOfRanges)
     kst_cs_free(handle);
 }
 
-TEST_F(CodeTableTest, Gb18030BytesBehindTheFirstAreTakenByTheirNumber)
+TEST_F(CodeTableTest, aGb18030CharacterThatEndsAsAQuestionMarkIsCounted)
+{
+    std::string bytes = SmallTables::gb18030();
+    const size_t ranges = kMinSize + kGbSubHeaderSize;
+    const size_t values = ranges + 2 * load32(reinterpret_cast<const unsigned char*>(&bytes[kMinSize + kGbValuesBase]));
+    bytes = SmallTables::with16(bytes, values, 0x3F);                           // 81 40, listed
+    bytes = SmallTables::with16(bytes, ranges + 2 * (kGbRangeWords + 3), 0x3E); // 81 42, computed; 81 41 is ">"
+    const kst_handle handle = open(bytes);
+    ASSERT_NE(handle, nullptr);
+    EXPECT_EQ(toUtf8(handle, "\x81\x40\x81\x41\x81\x42\x81\x43?"), "?>?@?");
+    EXPECT_EQ(kst_get_subst_count(handle), 2u) << "not the byte of ASCII";
+    EXPECT_EQ(toUcs2(handle, "\x81\x40\x81\x41\x81\x42\x81\x43?"), u"?>?@?");
+    EXPECT_EQ(kst_get_subst_count(handle), 4u);
+    kst_cs_free(handle);
+}
+
+TEST_F(CodeTableTest, gb18030BytesBehindTheFirstAreTakenByTheirNumber)
 {
     const kst_handle handle = open(SmallTables::gb18030());
     ASSERT_NE(handle, nullptr);
@@ -125,7 +141,7 @@ TEST_F(CodeTableTest, Gb18030BytesBehindTheFirstAreTakenByTheirNumber)
     kst_cs_free(handle);
 }
 
-TEST_F(CodeTableTest, EbcdicDoubleByteTable)
+TEST_F(CodeTableTest, ebcdicDoubleByteTable)
 {
     const kst_handle handle = open(SmallTables::doubleByte(Family::EbcdicDbcs));
     ASSERT_NE(handle, nullptr);
@@ -142,7 +158,7 @@ TEST_F(CodeTableTest, EbcdicDoubleByteTable)
     kst_cs_free(handle);
 }
 
-TEST_F(CodeTableTest, TheMarkerSelectsEbcdicSingleByte)
+TEST_F(CodeTableTest, theMarkerSelectsEbcdicSingleByte)
 {
     const kst_handle handle = open(SmallTables::with16(SmallTables::singleByte(), kMarkerOffset, 0x1100));
     ASSERT_NE(handle, nullptr);
@@ -150,7 +166,7 @@ TEST_F(CodeTableTest, TheMarkerSelectsEbcdicSingleByte)
     kst_cs_free(handle);
 }
 
-TEST_F(CodeTableTest, AnUnknownFamilyPassesBytesThrough)
+TEST_F(CodeTableTest, anUnknownFamilyPassesBytesThrough)
 {
     const kst_handle handle = open(SmallTables::singleByte(static_cast<Family>(7)));
     ASSERT_NE(handle, nullptr);
@@ -162,7 +178,7 @@ TEST_F(CodeTableTest, AnUnknownFamilyPassesBytesThrough)
     kst_cs_free(handle);
 }
 
-TEST_F(CodeTableTest, TheHeaderTellsTheSubstitutionCharacter)
+TEST_F(CodeTableTest, theHeaderTellsTheSubstitutionCharacter)
 {
     std::string bytes = SmallTables::singleByte();
     bytes.replace(kSubstitutionOffset, 4,
@@ -178,7 +194,7 @@ TEST_F(CodeTableTest, TheHeaderTellsTheSubstitutionCharacter)
     kst_cs_free(handle);
 }
 
-TEST_F(CodeTableTest, ASubstitutionLongerThanAnyCodeIsTheDefault)
+TEST_F(CodeTableTest, aSubstitutionLongerThanAnyCodeIsTheDefault)
 {
     std::string bytes = SmallTables::singleByte();
     bytes[kSubstitutionOffset] = 5;
@@ -189,7 +205,7 @@ TEST_F(CodeTableTest, ASubstitutionLongerThanAnyCodeIsTheDefault)
     kst_cs_free(handle);
 }
 
-TEST_F(CodeTableTest, WhatIsNoReverseArrayIsLeftAlone)
+TEST_F(CodeTableTest, whatIsNoReverseArrayIsLeftAlone)
 {
     const std::string sound = SmallTables::singleByte();
     const auto index = load32(reinterpret_cast<const unsigned char*>(sound.data()) + kReverseIndexOffset);
@@ -210,7 +226,7 @@ TEST_F(CodeTableTest, WhatIsNoReverseArrayIsLeftAlone)
     }
 }
 
-TEST_F(CodeTableTest, AMappingAreaBehindTheFileMapsNothing)
+TEST_F(CodeTableTest, aMappingAreaBehindTheFileMapsNothing)
 {
     const std::string sound = SmallTables::doubleByte();
     for (const uint32_t area : {static_cast<uint32_t>(sound.size()) + 1, 0xFFFFFFFFU}) {
@@ -222,7 +238,7 @@ TEST_F(CodeTableTest, AMappingAreaBehindTheFileMapsNothing)
     }
 }
 
-TEST_F(CodeTableTest, Gb18030IndicesThatLeadOutOfTheFileAreUnmapped)
+TEST_F(CodeTableTest, gb18030IndicesThatLeadOutOfTheFileAreUnmapped)
 {
     const std::string sound = SmallTables::gb18030();
     const auto subHeader = static_cast<uint32_t>(kMinSize);
@@ -242,7 +258,7 @@ TEST_F(CodeTableTest, Gb18030IndicesThatLeadOutOfTheFileAreUnmapped)
     }
 }
 
-TEST_F(CodeTableTest, Gb18030RangesNeedNoEnd)
+TEST_F(CodeTableTest, gb18030RangesNeedNoEnd)
 {
     // One range, 1 to 30000 counted from U+4E00; then 128 buckets that begin with it; then the file ends.
     std::string bytes = SmallTables::gb18030().substr(0, kMinSize + kGbSubHeaderSize);
@@ -257,7 +273,7 @@ TEST_F(CodeTableTest, Gb18030RangesNeedNoEnd)
     kst_cs_free(handle);
 }
 
-TEST_F(CodeTableTest, ATableWithoutReverseArraysStillConvertsTowardsUnicode)
+TEST_F(CodeTableTest, aTableWithoutReverseArraysStillConvertsTowardsUnicode)
 {
     for (const std::string& bytes : SmallTables::all()) {
         const kst_handle handle = open(SmallTables::with32(bytes, kReverseIndexOffset, 0));
@@ -270,7 +286,7 @@ TEST_F(CodeTableTest, ATableWithoutReverseArraysStillConvertsTowardsUnicode)
     }
 }
 
-TEST_F(CodeTableTest, SurrogatesInATableAreUnknownCharacters)
+TEST_F(CodeTableTest, surrogatesInATableAreUnknownCharacters)
 {
     const kst_handle handle = open(SmallTables::with16(SmallTables::singleByte(), kRowsOffset + 2 * 0xE9, 0xD800));
     ASSERT_NE(handle, nullptr);
@@ -280,7 +296,7 @@ TEST_F(CodeTableTest, SurrogatesInATableAreUnknownCharacters)
     kst_cs_free(handle);
 }
 
-TEST_F(CodeTableTest, ATableOfTheUtf8FamilyCopiesUtf8)
+TEST_F(CodeTableTest, aTableOfTheUtf8FamilyCopiesUtf8)
 {
     const kst_handle handle = open(SmallTables::with16(SmallTables::singleByte(), kFamilyOffset, 6));
     ASSERT_NE(handle, nullptr);
@@ -288,7 +304,7 @@ TEST_F(CodeTableTest, ATableOfTheUtf8FamilyCopiesUtf8)
     kst_cs_free(handle);
 }
 
-TEST_F(CodeTableTest, ANameWithoutTerminatorIsCut)
+TEST_F(CodeTableTest, aNameWithoutTerminatorIsCut)
 {
     std::string bytes = SmallTables::singleByte();
     bytes.replace(kNameOffset, kNameSize, std::string(kNameSize, 'N'));
@@ -298,7 +314,7 @@ TEST_F(CodeTableTest, ANameWithoutTerminatorIsCut)
     kst_cs_free(handle);
 }
 
-TEST_F(CodeTableTest, OffsetsAndNumbersThatLeadOutOfTheFileAreRefused)
+TEST_F(CodeTableTest, offsetsAndNumbersThatLeadOutOfTheFileAreRefused)
 {
     const std::string single = SmallTables::singleByte();
     const std::string dbcs = SmallTables::doubleByte();
@@ -324,7 +340,7 @@ TEST_F(CodeTableTest, OffsetsAndNumbersThatLeadOutOfTheFileAreRefused)
     }
 }
 
-TEST_F(CodeTableTest, TablesCutAtEveryByteAreRefusedOrConvert)
+TEST_F(CodeTableTest, tablesCutAtEveryByteAreRefusedOrConvert)
 {
     for (const std::string& bytes : SmallTables::all()) {
         for (size_t size = 0; size < bytes.size(); ++size) {
@@ -341,7 +357,7 @@ TEST_F(CodeTableTest, TablesCutAtEveryByteAreRefusedOrConvert)
     }
 }
 
-TEST_F(CodeTableTest, DamagedTablesAreRefusedOrConvert)
+TEST_F(CodeTableTest, damagedTablesAreRefusedOrConvert)
 {
     std::mt19937 random(11);
     for (int round = 0; round < 2000; ++round) {
@@ -359,7 +375,7 @@ TEST_F(CodeTableTest, DamagedTablesAreRefusedOrConvert)
     }
 }
 
-TEST_F(CodeTableTest, AFileLargerThanAnyTableIsNotRead)
+TEST_F(CodeTableTest, aFileLargerThanAnyTableIsNotRead)
 {
     std::string bytes = SmallTables::singleByte();
     bytes.resize(kMaxSize);
@@ -371,7 +387,7 @@ TEST_F(CodeTableTest, AFileLargerThanAnyTableIsNotRead)
     EXPECT_EQ(kst_cs_new("/dev/zero"), nullptr);
 }
 
-TEST_F(CodeTableTest, RangesThatOverlapCostLittle)
+TEST_F(CodeTableTest, rangesThatOverlapCostLittle)
 {
     std::string bytes = SmallTables::gb18030();
     const size_t array = kMinSize + kGbSubHeaderSize;

@@ -13,7 +13,7 @@ namespace
 
 using KstTest = CodeSetTest;
 
-TEST_F(KstTest, NulTerminatedTextIsTerminatedAndCutToTheOutput)
+TEST_F(KstTest, nulTerminatedTextIsTerminatedAndCutToTheOutput)
 {
     char out[8] = "#######";
     EXPECT_EQ(kst_to_utf8(nullptr, "abc", -1, out, 4), 4u);
@@ -25,7 +25,7 @@ TEST_F(KstTest, NulTerminatedTextIsTerminatedAndCutToTheOutput)
     EXPECT_STREQ(out, "");
 }
 
-TEST_F(KstTest, AnOutputOfNothingStaysUntouched)
+TEST_F(KstTest, anOutputOfNothingStaysUntouched)
 {
     char out = '#';
     kst_wchar wide = u'#';
@@ -37,7 +37,7 @@ TEST_F(KstTest, AnOutputOfNothingStaysUntouched)
     EXPECT_EQ(wide, u'#');
 }
 
-TEST_F(KstTest, CountedTextUsesTheWholeOutputAndHasNoTerminator)
+TEST_F(KstTest, countedTextUsesTheWholeOutputAndHasNoTerminator)
 {
     const Handle handle("UTF8");
     char out[8] = "#######";
@@ -46,7 +46,7 @@ TEST_F(KstTest, CountedTextUsesTheWholeOutputAndHasNoTerminator)
     EXPECT_EQ(kst_to_utf8(handle, "abc", 0, out, 3), 0u);
 }
 
-TEST_F(KstTest, OutputIsCutAtACharacter)
+TEST_F(KstTest, outputIsCutAtACharacter)
 {
     const Handle handle("ISO88591");
     char out[8];
@@ -59,7 +59,7 @@ TEST_F(KstTest, OutputIsCutAtACharacter)
     EXPECT_EQ(std::u16string(wide), u"a");
 }
 
-TEST_F(KstTest, ShiftedTextThatIsCutStillEndsInTheInitialState)
+TEST_F(KstTest, shiftedTextThatIsCutStillEndsInTheInitialState)
 {
     const Handle handle("IBM939");
     const std::string text = "\xE3\x81\x82\xE3\x81\x84"; // two double-byte characters
@@ -72,7 +72,7 @@ TEST_F(KstTest, ShiftedTextThatIsCutStillEndsInTheInitialState)
     }
 }
 
-TEST_F(KstTest, OneShotConversionsStartAndEndInTheInitialState)
+TEST_F(KstTest, oneShotConversionsStartAndEndInTheInitialState)
 {
     const Handle handle("IBM939");
     EXPECT_EQ(toUtf8(handle, "\x0E\x42\xC1"), "\xEF\xBC\xA1");
@@ -86,7 +86,7 @@ TEST_F(KstTest, OneShotConversionsStartAndEndInTheInitialState)
     EXPECT_EQ(toUtf8(handle, "\xC1"), "A") << "whatever was before";
 }
 
-TEST_F(KstTest, NullTextIsEmpty)
+TEST_F(KstTest, nullTextIsEmpty)
 {
     char out[4] = "###";
     EXPECT_EQ(kst_to_utf8(nullptr, nullptr, -1, out, 4), 1u);
@@ -94,21 +94,21 @@ TEST_F(KstTest, NullTextIsEmpty)
     EXPECT_EQ(kst_from_ucs2(nullptr, nullptr, 5, out, 4), 0u);
 }
 
-TEST_F(KstTest, AWideTextEndsAtItsTerminator)
+TEST_F(KstTest, aWideTextEndsAtItsTerminator)
 {
     char out[4] = "###";
     EXPECT_EQ(kst_from_ucs2(nullptr, u"ab", -1, out, 4), 3u);
     EXPECT_STREQ(out, "ab");
 }
 
-TEST_F(KstTest, ALatin1ByteBecomesTwo)
+TEST_F(KstTest, aLatin1ByteBecomesTwo)
 {
     setenv("KST_CODESET", "iso-8859-1", 1);
     EXPECT_EQ(toUtf8(nullptr, "\xE9"), "\xC3\xA9");
     EXPECT_STREQ(kst_get_cs_name(nullptr), "ISO88591");
 }
 
-TEST_F(KstTest, TheDefaultIsTheLocalesCodeSet)
+TEST_F(KstTest, theDefaultIsTheLocalesCodeSet)
 {
     EXPECT_EQ(toUtf8(nullptr, "a\xE9"), "a?") << "the C locale has ASCII only";
     EXPECT_STREQ(kst_get_cs_name(nullptr), "ANSIX341968");
@@ -120,13 +120,40 @@ TEST_F(KstTest, TheDefaultIsTheLocalesCodeSet)
     EXPECT_STREQ(kst_os_cs_name(), "UTF8");
 }
 
-TEST_F(KstTest, AnEmptySettingIsNone)
+TEST_F(KstTest, theDefaultAndTheOperatingSystemsHandleShareOneTable)
+{
+    const kst_handle initial = kst_get_def_cs();
+    kst_set_def_cs(nullptr);
+    EXPECT_NE(kst_get_def_cs(), initial);
+    EXPECT_EQ(kst_cs_table(kst_get_def_cs()), kst_cs_table(initial));
+    toUtf8(initial, "\xE9");
+    EXPECT_EQ(kst_get_subst_count(nullptr), 0u) << "each counts for itself";
+    kst_uninit();
+    setenv("KST_CODESET", "IBM037", 1);
+    EXPECT_STREQ(kst_get_cs_name(nullptr), "IBM037");
+    kst_set_def_cs(nullptr);
+    EXPECT_STREQ(kst_get_cs_name(nullptr), "ANSIX341968") << "another one when the setting names another one";
+}
+
+TEST_F(KstTest, aFallbackIsNotShared)
+{
+    setenv("BINDIR", "", 1);
+    setenv("KST_CODESET", "ANSIX341968", 1);
+    setenv("KSTDIR", folder.c_str(), 1);
+    write("DEFAULT", SmallTables::header(Family::AsciiSbcs, "D").bytes());
+    write("OSDEFAULT", SmallTables::header(Family::AsciiSbcs, "O").bytes());
+    EXPECT_STREQ(kst_get_cs_name(nullptr), "D");
+    kst_set_def_cs(nullptr);
+    EXPECT_STREQ(kst_get_cs_name(nullptr), "O");
+}
+
+TEST_F(KstTest, anEmptySettingIsNone)
 {
     setenv("KST_CODESET", "", 1);
     EXPECT_STREQ(kst_get_cs_name(nullptr), "ANSIX341968");
 }
 
-TEST_F(KstTest, ASettingThatIsAPathLosesItsSeparators)
+TEST_F(KstTest, aSettingThatIsAPathLosesItsSeparators)
 {
     write("T", SmallTables::singleByte());
     setenv("KST_CODESET", "./T", 1);
@@ -136,7 +163,7 @@ TEST_F(KstTest, ASettingThatIsAPathLosesItsSeparators)
     EXPECT_STREQ(kst_get_cs_name(nullptr), "DEFAULT");
 }
 
-TEST_F(KstTest, WithoutATableOfTheNameTheFallbacksServe)
+TEST_F(KstTest, withoutATableOfTheNameTheFallbacksServe)
 {
     setenv("KST_CODESET", "no such code set", 1);
     EXPECT_STREQ(kst_get_cs_name(nullptr), "DEFAULT");
@@ -152,7 +179,7 @@ TEST_F(KstTest, WithoutATableOfTheNameTheFallbacksServe)
     EXPECT_STREQ(kst_get_cs_name(nullptr), "MYOSDEFAULT");
 }
 
-TEST_F(KstTest, WithoutAnyTableAsciiIsNotLost)
+TEST_F(KstTest, withoutAnyTableAsciiIsNotLost)
 {
     setenv("BINDIR", folder.c_str(), 1);
     EXPECT_EQ(kst_get_def_cs(), nullptr);
@@ -175,7 +202,7 @@ TEST_F(KstTest, WithoutAnyTableAsciiIsNotLost)
     EXPECT_STREQ(text.get(), "a?");
 }
 
-TEST_F(KstTest, InitialisesOnce)
+TEST_F(KstTest, initialisesOnce)
 {
     EXPECT_EQ(kst_init(), 0);
     const kst_handle before = kst_get_def_cs();
@@ -187,7 +214,7 @@ TEST_F(KstTest, InitialisesOnce)
     EXPECT_STREQ(kst_get_cs_name(nullptr), "UTF8");
 }
 
-TEST_F(KstTest, TheDefaultHandleCanBeSetAndClosed)
+TEST_F(KstTest, theDefaultHandleCanBeSetAndClosed)
 {
     const kst_handle greek = kst_cs_new("ISO-8859-7");
     ASSERT_NE(greek, nullptr);
@@ -200,7 +227,7 @@ TEST_F(KstTest, TheDefaultHandleCanBeSetAndClosed)
     EXPECT_EQ(toUtf8(nullptr, "a"), "a") << "the service keeps its own handles";
 }
 
-TEST_F(KstTest, ACopyHasItsOwnStateAndOutlivesTheOriginal)
+TEST_F(KstTest, aCopyHasItsOwnStateAndOutlivesTheOriginal)
 {
     const kst_handle original = kst_cs_new("IBM939");
     ASSERT_NE(original, nullptr);
@@ -223,13 +250,13 @@ TEST_F(KstTest, ACopyHasItsOwnStateAndOutlivesTheOriginal)
     kst_cs_free(copy);
 }
 
-TEST_F(KstTest, NoNameIsNoCodeSet)
+TEST_F(KstTest, noNameIsNoCodeSet)
 {
     EXPECT_EQ(kst_cs_new(nullptr), nullptr);
     EXPECT_EQ(kst_cs_new(""), nullptr);
 }
 
-TEST_F(KstTest, ConversionsIntoNewMemoryGrowAsNeeded)
+TEST_F(KstTest, conversionsIntoNewMemoryGrowAsNeeded)
 {
     const Handle gb("GB18030");
     const Handle ebcdic("IBM939");
@@ -256,7 +283,7 @@ TEST_F(KstTest, ConversionsIntoNewMemoryGrowAsNeeded)
     EXPECT_STREQ(result.get(), "a") << "an incomplete character is left out";
 }
 
-TEST_F(KstTest, SettingsLiveInTheEnvironment)
+TEST_F(KstTest, settingsLiveInTheEnvironment)
 {
     EXPECT_STREQ(kst_get_dir(), "");
     kst_set_dir("/one");

@@ -133,7 +133,7 @@ using RestartTest = CodeSetTest;
 
 const std::u16string kMixedUcs2 = u"a\u00E9\u3042z\xD800\u4E00\u4E01\uFFFF!\u03B1";
 
-TEST_F(RestartTest, EverySplitOfShortTexts)
+TEST_F(RestartTest, everySplitOfShortTexts)
 {
     for (const Sample& sample : kSamples) {
         const Handle handle(sample.table);
@@ -145,7 +145,7 @@ TEST_F(RestartTest, EverySplitOfShortTexts)
     }
 }
 
-TEST_F(RestartTest, RandomSplitsOfLongTexts)
+TEST_F(RestartTest, randomSplitsOfLongTexts)
 {
     for (const Sample& sample : kSamples) {
         const Handle handle(sample.table);
@@ -157,7 +157,7 @@ TEST_F(RestartTest, RandomSplitsOfLongTexts)
     }
 }
 
-TEST_F(RestartTest, AnOutputThatIsTooSmallForOneCharacterTakesNothing)
+TEST_F(RestartTest, anOutputThatIsTooSmallForOneCharacterTakesNothing)
 {
     const Handle handle("EUCJP");
     const std::string text = "\xA4\xA2";
@@ -173,7 +173,7 @@ TEST_F(RestartTest, AnOutputThatIsTooSmallForOneCharacterTakesNothing)
     EXPECT_EQ(room, 2u);
 }
 
-TEST_F(RestartTest, AnUnknownCharacterIsCountedOnceWhenItsSubstitutionWaitsForRoom)
+TEST_F(RestartTest, anUnknownCharacterIsCountedOnceWhenItsSubstitutionWaitsForRoom)
 {
     const Handle handle("IBM939");
     const std::string text = "\xE3\x81\x82\xF0\x9F\x98\x80"; // one that it has, one that it has not
@@ -192,7 +192,7 @@ TEST_F(RestartTest, AnUnknownCharacterIsCountedOnceWhenItsSubstitutionWaitsForRo
     EXPECT_EQ(kst_get_subst_count(handle), 1u);
 }
 
-TEST_F(RestartTest, ShiftStateLivesFromCallToCallAndANullInputEndsIt)
+TEST_F(RestartTest, shiftStateLivesFromCallToCallAndANullInputEndsIt)
 {
     const Handle handle("IBM939");
     const std::string parts[] = {"\x0E\x42", "\x42\xC1\x0F\xC1"};
@@ -221,7 +221,7 @@ TEST_F(RestartTest, ShiftStateLivesFromCallToCallAndANullInputEndsIt)
     EXPECT_EQ(std::string(buffer, dst), "A");
 }
 
-TEST_F(RestartTest, EndingShiftedTextNeedsRoomForTheShiftIn)
+TEST_F(RestartTest, endingShiftedTextNeedsRoomForTheShiftIn)
 {
     const Handle handle("IBM939");
     const char* src = "\xE3\x81\x82";

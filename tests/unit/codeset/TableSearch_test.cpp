@@ -40,7 +40,7 @@ protected:
     }
 };
 
-TEST_F(TableSearchTest, NamesAreUpperCaseLettersAndDigits)
+TEST_F(TableSearchTest, namesAreUpperCaseLettersAndDigits)
 {
     EXPECT_EQ(tableName("iso-8859-1"), "ISO88591");
     EXPECT_EQ(tableName("ANSI_X3.4-1968"), "ANSIX341968");
@@ -51,7 +51,7 @@ TEST_F(TableSearchTest, NamesAreUpperCaseLettersAndDigits)
     EXPECT_EQ(tableName("\xC3\xA9/.\\"), "");
 }
 
-TEST_F(TableSearchTest, TheSystemNamesAreTheLocalesCodeSet)
+TEST_F(TableSearchTest, theSystemNamesAreTheLocalesCodeSet)
 {
     for (const char* name : {"DOS", "win", "Os"}) {
         setenv("LC_ALL", "C", 1);
@@ -64,7 +64,7 @@ TEST_F(TableSearchTest, TheSystemNamesAreTheLocalesCodeSet)
     EXPECT_EQ(tableName("O-S"), "OS") << "only the plain word";
 }
 
-TEST_F(TableSearchTest, TheNameIsCutToTheBuffer)
+TEST_F(TableSearchTest, theNameIsCutToTheBuffer)
 {
     write("aliases", "SHORT ABCDEFGH\n");
     char out[4];
@@ -74,7 +74,7 @@ TEST_F(TableSearchTest, TheNameIsCutToTheBuffer)
     EXPECT_STREQ(out, "ABC");
 }
 
-TEST_F(TableSearchTest, AliasLinesInAllTheirForms)
+TEST_F(TableSearchTest, aliasLinesInAllTheirForms)
 {
     write("aliases", "# COMMENT X\n"
                      "#HASH X\n"
@@ -99,7 +99,7 @@ TEST_F(TableSearchTest, AliasLinesInAllTheirForms)
     EXPECT_EQ(tableName("last"), "LAST") << "a word that ends with the file could be cut";
 }
 
-TEST_F(TableSearchTest, AliasesFilesInTheirOrder)
+TEST_F(TableSearchTest, aliasesFilesInTheirOrder)
 {
     write("aliases", "NAME CURRENT\n");
     EXPECT_EQ(tableName("name"), "CURRENT");
@@ -110,7 +110,7 @@ TEST_F(TableSearchTest, AliasesFilesInTheirOrder)
     EXPECT_EQ(tableName("name"), "NAME") << "only the first file that opens counts";
 }
 
-TEST_F(TableSearchTest, AnAliasesPathMustStayBelow255Characters)
+TEST_F(TableSearchTest, anAliasesPathMustStayBelow255Characters)
 {
     write("aliases", "NAME CURRENT\n");
     const std::string fits = longDirectory(254 - strlen("/aliases"));
@@ -123,7 +123,7 @@ TEST_F(TableSearchTest, AnAliasesPathMustStayBelow255Characters)
     EXPECT_EQ(tableName("name"), "CURRENT");
 }
 
-TEST_F(TableSearchTest, TheShippedAliasesLeadToTheShippedTables)
+TEST_F(TableSearchTest, theShippedAliasesLeadToTheShippedTables)
 {
     kst_set_dir((programFolder() + "/../generic").c_str());
     EXPECT_EQ(opened("latin1"), "ISO88591");
@@ -131,14 +131,14 @@ TEST_F(TableSearchTest, TheShippedAliasesLeadToTheShippedTables)
     EXPECT_EQ(opened("ascii"), "ANSIX341968");
 }
 
-TEST_F(TableSearchTest, TheShippedRedirectsNeedNoAliases)
+TEST_F(TableSearchTest, theShippedRedirectsNeedNoAliases)
 {
     EXPECT_EQ(opened("SJIS"), "SHIFTJIS");
     EXPECT_EQ(opened("euc-cn"), "GB2312");
     EXPECT_EQ(opened("US-ASCII"), "ANSIX341968");
 }
 
-TEST_F(TableSearchTest, DirectoriesInTheirOrder)
+TEST_F(TableSearchTest, directoriesInTheirOrder)
 {
     setenv("BINDIR", (folder + "/bin").c_str(), 1);
     kst_set_dir((folder + "/dir").c_str());
@@ -156,7 +156,7 @@ TEST_F(TableSearchTest, DirectoriesInTheirOrder)
     EXPECT_EQ(opened("T1"), "DIRECTORY") << "a file that leads to no table is no hit";
 }
 
-TEST_F(TableSearchTest, EmptySettingsAreNoDirectories)
+TEST_F(TableSearchTest, emptySettingsAreNoDirectories)
 {
     setenv("BINDIR", "", 1);
     kst_set_dir("");
@@ -164,7 +164,7 @@ TEST_F(TableSearchTest, EmptySettingsAreNoDirectories)
     EXPECT_EQ(opened(""), "");
 }
 
-TEST_F(TableSearchTest, ATablePathMustStayBelow255Characters)
+TEST_F(TableSearchTest, aTablePathMustStayBelow255Characters)
 {
     for (const size_t length : {254U, 255U}) {
         const std::string directory = longDirectory(length - strlen("/T1"));
@@ -181,7 +181,7 @@ TEST_F(TableSearchTest, ATablePathMustStayBelow255Characters)
     EXPECT_EQ(opened("/" + std::string(5000, 'x')), "");
 }
 
-TEST_F(TableSearchTest, ANameWithASeparatorIsAPath)
+TEST_F(TableSearchTest, aNameWithASeparatorIsAPath)
 {
     write("lower-case.tbl", named("PATH"));
     EXPECT_EQ(opened("./lower-case.tbl"), "PATH");
@@ -197,7 +197,7 @@ TEST_F(TableSearchTest, ANameWithASeparatorIsAPath)
     EXPECT_EQ(opened("sub/T"), "BELOW") << "a path is looked for below the directories too";
 }
 
-TEST_F(TableSearchTest, RedirectsAreFollowedWithinTheirDirectory)
+TEST_F(TableSearchTest, redirectsAreFollowedWithinTheirDirectory)
 {
     kst_set_dir((folder + "/dir").c_str());
     write("dir/codeset/FROM", " \tTO\r\n\n");
@@ -207,7 +207,7 @@ TEST_F(TableSearchTest, RedirectsAreFollowedWithinTheirDirectory)
     EXPECT_EQ(opened("FROM"), "SAMEDIRECTORY");
 }
 
-TEST_F(TableSearchTest, FiveRedirectsAreFollowedAndNoSixth)
+TEST_F(TableSearchTest, fiveRedirectsAreFollowedAndNoSixth)
 {
     write("R6", "R5");
     write("R5", "R4");
@@ -220,7 +220,7 @@ TEST_F(TableSearchTest, FiveRedirectsAreFollowedAndNoSixth)
     EXPECT_EQ(opened("R7"), "");
 }
 
-TEST_F(TableSearchTest, RedirectsThatLeadNowhereEnd)
+TEST_F(TableSearchTest, redirectsThatLeadNowhereEnd)
 {
     write("LOOP", "LOOP");
     write("PING", "PONG");
@@ -234,7 +234,7 @@ TEST_F(TableSearchTest, RedirectsThatLeadNowhereEnd)
         EXPECT_EQ(opened(name), "") << name;
 }
 
-TEST_F(TableSearchTest, PipesAreNoTablesAndNobodyWaitsForThem)
+TEST_F(TableSearchTest, pipesAreNoTablesAndNobodyWaitsForThem)
 {
     ASSERT_EQ(mkfifo("PIPE", 0600), 0);
     ASSERT_EQ(mkfifo("aliases", 0600), 0);
@@ -244,7 +244,7 @@ TEST_F(TableSearchTest, PipesAreNoTablesAndNobodyWaitsForThem)
     EXPECT_EQ(tableName("name"), "NAME");
 }
 
-TEST_F(TableSearchTest, ARedirectIsReadUpTo32Bytes)
+TEST_F(TableSearchTest, aRedirectIsReadUpTo32Bytes)
 {
     const std::string name(32, 'N');
     write(name, named("CUT"));

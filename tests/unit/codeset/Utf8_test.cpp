@@ -7,7 +7,7 @@ namespace
 
 using Utf8Test = CodeSetTest;
 
-TEST_F(Utf8Test, EveryCharacterIsCopied)
+TEST_F(Utf8Test, everyCharacterIsCopied)
 {
     const Handle handle("UTF-8");
     EXPECT_EQ(kst_cs_table(handle), nullptr);
@@ -26,7 +26,7 @@ TEST_F(Utf8Test, EveryCharacterIsCopied)
     EXPECT_EQ(kst_get_subst_count(handle), 0u);
 }
 
-TEST_F(Utf8Test, BrokenSequencesAreOneUnknownCharacterUpToTheByteThatBreaksThem)
+TEST_F(Utf8Test, brokenSequencesAreOneUnknownCharacterUpToTheByteThatBreaksThem)
 {
     const Handle handle("UTF8");
     const struct {
@@ -54,7 +54,7 @@ TEST_F(Utf8Test, BrokenSequencesAreOneUnknownCharacterUpToTheByteThatBreaksThem)
     }
 }
 
-TEST_F(Utf8Test, EveryIncompleteSequenceIsLeftToTheCaller)
+TEST_F(Utf8Test, everyIncompleteSequenceIsLeftToTheCaller)
 {
     const Handle handle("UTF8");
     for (const std::string& text :
@@ -73,7 +73,7 @@ TEST_F(Utf8Test, EveryIncompleteSequenceIsLeftToTheCaller)
     EXPECT_EQ(kst_get_subst_count(handle), 0u);
 }
 
-TEST_F(Utf8Test, CharactersAboveFFFFHaveNoUcs2Form)
+TEST_F(Utf8Test, charactersAboveFFFFHaveNoUcs2Form)
 {
     const Handle handle("UTF8");
     EXPECT_EQ(toUcs2(handle, "a\xF0\x9F\x98\x80z"), u"a?z");
@@ -82,7 +82,7 @@ TEST_F(Utf8Test, CharactersAboveFFFFHaveNoUcs2Form)
     EXPECT_EQ(kst_get_subst_count(handle), 3u);
 }
 
-TEST_F(Utf8Test, LongAsciiRunsAreCopiedAtEveryAlignment)
+TEST_F(Utf8Test, longAsciiRunsAreCopiedAtEveryAlignment)
 {
     const Handle handle("UTF8");
     for (size_t start = 0; start < 17; ++start) {

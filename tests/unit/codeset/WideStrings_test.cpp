@@ -35,7 +35,7 @@ int sign(int value)
     return (value > 0) - (value < 0);
 }
 
-TEST(WideStrings, SearchesAndComparesLikeTheCLibrary)
+TEST(WideStrings, searchesAndComparesLikeTheCLibrary)
 {
     std::mt19937 random(7);
     for (int round = 0; round < 20000; ++round) {
@@ -60,7 +60,7 @@ TEST(WideStrings, SearchesAndComparesLikeTheCLibrary)
     }
 }
 
-TEST(WideStrings, CopiesAndAppendsLikeTheCLibrary)
+TEST(WideStrings, copiesAndAppendsLikeTheCLibrary)
 {
     std::mt19937 random(8);
     for (int round = 0; round < 20000; ++round) {
@@ -90,7 +90,7 @@ TEST(WideStrings, CopiesAndAppendsLikeTheCLibrary)
     }
 }
 
-TEST(WideStrings, TokensAreFoundOneAfterTheOther)
+TEST(WideStrings, tokensAreFoundOneAfterTheOther)
 {
     kst_wchar text[] = u",;one,two;;three,";
     kst_wchar* rest = nullptr;
@@ -104,7 +104,7 @@ TEST(WideStrings, TokensAreFoundOneAfterTheOther)
     EXPECT_EQ(kst_wcstok(nullptr, u";", &rest), nullptr) << "no text at all";
 }
 
-TEST(WideStrings, NothingBehindTheLimitIsRead)
+TEST(WideStrings, nothingBehindTheLimitIsRead)
 {
     const kst_wchar unterminated[] = {u'a', u'b'};
     EXPECT_EQ(kst_wcsnlen(unterminated, 2), 2u);

@@ -114,7 +114,7 @@ constexpr struct {
 };
 } // namespace
 
-TEST(CatalogLayout, RecordsAreWordsAndPointersInOrder)
+TEST(CatalogLayout, recordsAreWordsAndPointersInOrder)
 {
     const size_t pointer = sizeof(void*);
     EXPECT_EQ(offsetof(vexEnumDef, value), 0U);
@@ -138,7 +138,7 @@ TEST(CatalogLayout, RecordsAreWordsAndPointersInOrder)
     EXPECT_EQ(sizeof(vexGroupDef), pointer == 4 ? 28U : 48U);
 }
 
-TEST(Catalog, HasThirtyThreeGroupsInOrder)
+TEST(Catalog, hasThirtyThreeGroupsInOrder)
 {
     ASSERT_EQ(groupCount(), 33U);
     ASSERT_EQ(std::size(kGroups), 33U);
@@ -155,7 +155,7 @@ TEST(Catalog, HasThirtyThreeGroupsInOrder)
     }
 }
 
-TEST(Catalog, GroupTableEndsWithZeroFields)
+TEST(Catalog, groupTableEndsWithZeroFields)
 {
     const vexGroupDef& end = GROUPS_DEF[groupCount()];
     EXPECT_EQ(end.name, nullptr);
@@ -166,7 +166,7 @@ TEST(Catalog, GroupTableEndsWithZeroFields)
     EXPECT_EQ(end.debugMask, 0U);
 }
 
-TEST(Catalog, AttributeTablesEndWithZeroFields)
+TEST(Catalog, attributeTablesEndWithZeroFields)
 {
     for (const auto& group : kGroups) {
         const vexAttribDef& end = group.table[rowsOf(group.table)];
@@ -177,7 +177,7 @@ TEST(Catalog, AttributeTablesEndWithZeroFields)
     }
 }
 
-TEST(Catalog, IdsAndNamesAreUniqueWithinAGroup)
+TEST(Catalog, idsAndNamesAreUniqueWithinAGroup)
 {
     for (const auto& group : kGroups) {
         std::set<uint32_t> ids;
@@ -189,11 +189,11 @@ TEST(Catalog, IdsAndNamesAreUniqueWithinAGroup)
     }
 }
 
-TEST(Catalog, AttributeIdsAscendBarDhcpEnabled)
+TEST(Catalog, attributeIdsAscendBarDhcpEnabled)
 {
     for (const auto& group : kGroups) {
         for (const vexAttribDef* attrib = group.table; attrib[1].id != VEX_END; ++attrib) {
-            if (attrib->id == IP_ADDR_DHCP_ENABLED && group.id == GROUP_IP_ADDRESS)
+            if (attrib->id == IP_ADDRESS_DHCP_ENABLED && group.id == GROUP_IP_ADDRESS)
                 EXPECT_EQ(attrib[1].id, 3U);
             else
                 EXPECT_LT(attrib->id, attrib[1].id) << group.name;
@@ -202,14 +202,14 @@ TEST(Catalog, AttributeIdsAscendBarDhcpEnabled)
     EXPECT_EQ(IP_ADDR_ATTRS_DEF[2].id, 9U);
 }
 
-TEST(Catalog, OnlyTextsHaveAMaximumLength)
+TEST(Catalog, onlyTextsHaveAMaximumLength)
 {
     for (const auto& group : kGroups)
         for (const vexAttribDef* attrib = group.table; attrib->id != VEX_END; ++attrib)
             EXPECT_EQ(attrib->type == VEX_STRING, attrib->maxLength != 0) << group.name << ": " << attrib->name;
 }
 
-TEST(Catalog, KeysAreAttributesOfTheirGroup)
+TEST(Catalog, keysAreAttributesOfTheirGroup)
 {
     const std::map<uint32_t, std::set<uint32_t>> expected = {
         {2, {1, 2}},  {5, {1, 2}},  {6, {2}},     {7, {2}},     {8, {1}},        {9, {1, 2}},  {11, {1}},
@@ -225,7 +225,7 @@ TEST(Catalog, KeysAreAttributesOfTheirGroup)
     }
 }
 
-TEST(Catalog, EnumerationsHaveTheirCountsEndAndUniqueValues)
+TEST(Catalog, enumerationsHaveTheirCountsEndAndUniqueValues)
 {
     for (const auto& e : kEnums) {
         SCOPED_TRACE(e.name);
@@ -239,7 +239,7 @@ TEST(Catalog, EnumerationsHaveTheirCountsEndAndUniqueValues)
     }
 }
 
-TEST(Catalog, EnumerationValuesAscendBarTheSambaFileSystem)
+TEST(Catalog, enumerationValuesAscendBarTheSambaFileSystem)
 {
     for (const auto& e : kEnums) {
         for (size_t i = 0; i + 1 < e.rows; ++i) {
@@ -251,7 +251,7 @@ TEST(Catalog, EnumerationValuesAscendBarTheSambaFileSystem)
     }
 }
 
-TEST(Catalog, StorageTypesHaveNo44AndKeepTheTrailingBlank)
+TEST(Catalog, storageTypesHaveNo44AndKeepTheTrailingBlank)
 {
     EXPECT_EQ(textOf(STORAGE_TYPE_ENUM_DEF, 0x44), nullptr);
     EXPECT_STREQ(textOf(STORAGE_TYPE_ENUM_DEF, 0x43), "Tape - DST Large");
@@ -263,14 +263,14 @@ TEST(Catalog, StorageTypesHaveNo44AndKeepTheTrailingBlank)
     EXPECT_STREQ(textOf(STORAGE_TYPE_ENUM_DEF, 30), "Hard Disk");
 }
 
-TEST(Catalog, OperatingSystemsThatMatterHaveTheirValues)
+TEST(Catalog, operatingSystemsThatMatterHaveTheirValues)
 {
     EXPECT_STREQ(textOf(OS_TYPE_ENUM_DEF, 37), "LINUX");
     EXPECT_STREQ(textOf(OS_TYPE_ENUM_DEF, 67), "Linux PPC");
     EXPECT_STREQ(textOf(OS_TYPE_ENUM_DEF, 64), "Windows Millenium");
 }
 
-TEST(Catalog, ProcessorFamiliesSpotChecks)
+TEST(Catalog, processorFamiliesSpotChecks)
 {
     const struct {
         uint32_t value;
@@ -283,13 +283,13 @@ TEST(Catalog, ProcessorFamiliesSpotChecks)
         EXPECT_STREQ(textOf(PROCESSOR_FAMILY_ENUM_DEF, c.value), c.text) << c.value;
 }
 
-TEST(Catalog, ProcessorInterfaceZeroIsAnEmptyText)
+TEST(Catalog, processorInterfaceZeroIsAnEmptyText)
 {
     EXPECT_STREQ(textOf(PROCESSOR_INTERFACE_ENUM_DEF, 0), "");
     EXPECT_STREQ(textOf(PROCESSOR_INTERFACE_ENUM_DEF, 14), "Socket A (Socket 462)");
 }
 
-TEST(Catalog, FileSystemsKeepTheirSpellings)
+TEST(Catalog, fileSystemsKeepTheirSpellings)
 {
     size_t below100 = 0;
     for (const vexEnumDef* pair = FILE_SYSTEM_TYPE_ENUM_DEF; pair->value < 0x100; ++pair)
@@ -305,7 +305,7 @@ TEST(Catalog, FileSystemsKeepTheirSpellings)
     EXPECT_EQ(textOf(FILE_SYSTEM_TYPE_ENUM_DEF, 0x0D), nullptr);
 }
 
-TEST(Catalog, NamesThatReadersKnowAreKept)
+TEST(Catalog, namesThatReadersKnowAreKept)
 {
     const vexGroupDef* processor = getGroupDefinitionFromId(GROUP_PROCESSOR);
     EXPECT_STREQ(getAttribNameFromId(processor, PROCESSOR_MMX), "MMX(tm) Techonlogy");
@@ -317,7 +317,7 @@ TEST(Catalog, NamesThatReadersKnowAreKept)
     EXPECT_EQ(modemType->enums, MODEM_DEVTYPE_ENUMS_DEF);
 }
 
-TEST(GroupLookup, NameFromId)
+TEST(GroupLookup, nameFromId)
 {
     EXPECT_STREQ(getGroupNameFromId(1), "ComponentID");
     EXPECT_STREQ(getGroupNameFromId(36), "User Account Info");
@@ -325,7 +325,7 @@ TEST(GroupLookup, NameFromId)
         EXPECT_STREQ(getGroupNameFromId(unused), "Unknown") << unused;
 }
 
-TEST(GroupLookup, IdFromNameIsExact)
+TEST(GroupLookup, idFromNameIsExact)
 {
     EXPECT_EQ(getGroupIdFromName("Memory"), 3UL);
     EXPECT_EQ(getGroupIdFromName("memory"), 0UL);
@@ -335,7 +335,7 @@ TEST(GroupLookup, IdFromNameIsExact)
     EXPECT_EQ(getGroupIdFromName(nullptr), 0UL);
 }
 
-TEST(GroupLookup, DebugMaskFromName)
+TEST(GroupLookup, debugMaskFromName)
 {
     EXPECT_EQ(getDebugMaskFromName("Partition"), 0x4000000UL);
     EXPECT_EQ(getDebugMaskFromName("USB Device"), 0x2000000UL);
@@ -344,7 +344,7 @@ TEST(GroupLookup, DebugMaskFromName)
     EXPECT_EQ(getDebugMaskFromName(nullptr), 0UL);
 }
 
-TEST(GroupLookup, DefinitionFromId)
+TEST(GroupLookup, definitionFromId)
 {
     EXPECT_EQ(getGroupDefinitionFromId(1), &GROUPS_DEF[0]);
     EXPECT_EQ(getGroupDefinitionFromId(36), &GROUPS_DEF[32]);
@@ -353,7 +353,7 @@ TEST(GroupLookup, DefinitionFromId)
     EXPECT_EQ(findGroupDefinition(nullptr, 1), nullptr);
 }
 
-TEST(AttribLookup, AbsentGroupTableOrIdGivesNull)
+TEST(AttribLookup, absentGroupTableOrIdGivesNull)
 {
     const vexGroupDef bare = {1, "Bare", nullptr, nullptr, 0, 1, 0};
     EXPECT_EQ(getAttribNameFromId(nullptr, 1), nullptr);
@@ -373,7 +373,7 @@ const vexEnumDef kFirst[] = {{1, "one"}, {2, "two"}, {VEX_END, nullptr}};
 const vexEnumDef kSecond[] = {{1, "uno"}, {3, "tres"}, {VEX_END, nullptr}};
 } // namespace
 
-TEST(EnumAsciiValue, SearchesTheFirstAttributesEnumerationForAnyAttribute)
+TEST(EnumAsciiValue, searchesTheFirstAttributesEnumerationForAnyAttribute)
 {
     static const vexAttribDef attribs[] = {
         {1, "A", VEX_ULONG, 0, kFirst}, {2, "B", VEX_ULONG, 0, kSecond}, {VEX_END, nullptr, 0, 0, nullptr}};
@@ -385,7 +385,7 @@ TEST(EnumAsciiValue, SearchesTheFirstAttributesEnumerationForAnyAttribute)
     EXPECT_EQ(getEnumAsciiValue(&group, 1, 0xFFFFFFFF), nullptr);
 }
 
-TEST(EnumAsciiValue, WithoutEnumerationAtTheFirstAttributeThereIsNoText)
+TEST(EnumAsciiValue, withoutEnumerationAtTheFirstAttributeThereIsNoText)
 {
     static const vexAttribDef attribs[] = {
         {1, "A", VEX_ULONG, 0, nullptr}, {2, "B", VEX_ULONG, 0, kSecond}, {VEX_END, nullptr, 0, 0, nullptr}};
@@ -394,7 +394,7 @@ TEST(EnumAsciiValue, WithoutEnumerationAtTheFirstAttributeThereIsNoText)
     EXPECT_EQ(getEnumAsciiValue(getGroupDefinitionFromId(GROUP_STORAGE), STORAGE_TYPE, 17), nullptr);
 }
 
-TEST(EnumAsciiValue, AnIdThatComesAgainResumesTheSearchAtItsEnd)
+TEST(EnumAsciiValue, anIdThatComesAgainResumesTheSearchAtItsEnd)
 {
     static const vexAttribDef attribs[] = {
         {1, "A", VEX_ULONG, 0, kFirst}, {1, "A again", VEX_ULONG, 0, kSecond}, {VEX_END, nullptr, 0, 0, nullptr}};
@@ -403,7 +403,7 @@ TEST(EnumAsciiValue, AnIdThatComesAgainResumesTheSearchAtItsEnd)
     EXPECT_EQ(getEnumAsciiValue(&group, 1, 3), nullptr);
 }
 
-TEST(EnumAsciiValue, AbsentGroupOrTableGivesNull)
+TEST(EnumAsciiValue, absentGroupOrTableGivesNull)
 {
     const vexGroupDef bare = {1, "Bare", nullptr, nullptr, 0, 1, 0};
     EXPECT_EQ(getEnumAsciiValue(nullptr, 1, 1), nullptr);

@@ -108,7 +108,7 @@ protected:
 };
 } // namespace
 
-TEST_F(DebugLog, FullLevelsFrameTheLogWithBannersAndTimes)
+TEST_F(DebugLog, fullLevelsFrameTheLogWithBannersAndTimes)
 {
     run([] {
         setMasks(0xFFFFFFFF, 7);
@@ -121,7 +121,7 @@ TEST_F(DebugLog, FullLevelsFrameTheLogWithBannersAndTimes)
     });
 }
 
-TEST_F(DebugLog, LevelOneAloneOpensButDoesNotClose)
+TEST_F(DebugLog, levelOneAloneOpensButDoesNotClose)
 {
     run([] {
         setMasks(0xFFFFFFFF, 1);
@@ -131,7 +131,7 @@ TEST_F(DebugLog, LevelOneAloneOpensButDoesNotClose)
     });
 }
 
-TEST_F(DebugLog, LevelFourAloneClosesButDoesNotOpen)
+TEST_F(DebugLog, levelFourAloneClosesButDoesNotOpen)
 {
     run([] {
         setMasks(2, 4);
@@ -141,7 +141,7 @@ TEST_F(DebugLog, LevelFourAloneClosesButDoesNotOpen)
     });
 }
 
-TEST_F(DebugLog, CategoryZeroLeavesAnEmptyLog)
+TEST_F(DebugLog, categoryZeroLeavesAnEmptyLog)
 {
     run([] {
         setMasks(0, 7);
@@ -156,7 +156,7 @@ TEST_F(DebugLog, CategoryZeroLeavesAnEmptyLog)
     });
 }
 
-TEST_F(DebugLog, LinesAreWantedByCategoryAndLevelBit)
+TEST_F(DebugLog, linesAreWantedByCategoryAndLevelBit)
 {
     run([] {
         setMasks(DEBUG_MEMORY | DEBUG_STORAGE, 4);
@@ -167,7 +167,7 @@ TEST_F(DebugLog, LinesAreWantedByCategoryAndLevelBit)
     });
 }
 
-TEST_F(DebugLog, ArgumentsOfAnUnwantedLineAreNotEvaluated)
+TEST_F(DebugLog, argumentsOfAnUnwantedLineAreNotEvaluated)
 {
     run([] {
         int evaluated = 0;
@@ -181,7 +181,7 @@ TEST_F(DebugLog, ArgumentsOfAnUnwantedLineAreNotEvaluated)
     });
 }
 
-TEST_F(DebugLog, FirstLineOpensTheLogUnderItsDefaultName)
+TEST_F(DebugLog, firstLineOpensTheLogUnderItsDefaultName)
 {
     run([] {
         setMasks(0xFFFFFFFF, 7);
@@ -192,7 +192,7 @@ TEST_F(DebugLog, FirstLineOpensTheLogUnderItsDefaultName)
     });
 }
 
-TEST_F(DebugLog, SecondTermClosesWhatTwoInitsOpened)
+TEST_F(DebugLog, secondTermClosesWhatTwoInitsOpened)
 {
     run([] {
         setMasks(0xFFFFFFFF, 1);
@@ -208,7 +208,7 @@ TEST_F(DebugLog, SecondTermClosesWhatTwoInitsOpened)
     });
 }
 
-TEST_F(DebugLog, UnmatchedTermDoesNoHarm)
+TEST_F(DebugLog, unmatchedTermDoesNoHarm)
 {
     run([] {
         setMasks(0xFFFFFFFF, 7);
@@ -221,7 +221,7 @@ TEST_F(DebugLog, UnmatchedTermDoesNoHarm)
     });
 }
 
-TEST_F(DebugLog, EveryLineIsInTheFileAtOnce)
+TEST_F(DebugLog, everyLineIsInTheFileAtOnce)
 {
     run([] {
         setMasks(0xFFFFFFFF, 4);
@@ -233,7 +233,7 @@ TEST_F(DebugLog, EveryLineIsInTheFileAtOnce)
     });
 }
 
-TEST_F(DebugLog, PreviousLogBecomesTheBackup)
+TEST_F(DebugLog, previousLogBecomesTheBackup)
 {
     writeFile(folder_ + "/" + kLog, "previous");
     writeFile(folder_ + "/" + kBackup, "older");
@@ -246,7 +246,7 @@ TEST_F(DebugLog, PreviousLogBecomesTheBackup)
     EXPECT_EQ(readFile(folder_ + "/" + kBackup), "previous");
 }
 
-TEST_F(DebugLog, BackupStaysWhereThereIsNoPreviousLog)
+TEST_F(DebugLog, backupStaysWhereThereIsNoPreviousLog)
 {
     writeFile(folder_ + "/" + kBackup, "older");
     run([] {
@@ -257,7 +257,7 @@ TEST_F(DebugLog, BackupStaysWhereThereIsNoPreviousLog)
     EXPECT_EQ(readFile(folder_ + "/" + kLog), "");
 }
 
-TEST_F(DebugLog, FirstRunMakesNoBackup)
+TEST_F(DebugLog, firstRunMakesNoBackup)
 {
     run([] {
         VexInitDebug(nullptr);
@@ -266,7 +266,7 @@ TEST_F(DebugLog, FirstRunMakesNoBackup)
     });
 }
 
-TEST_F(DebugLog, GivenNameIsUsedAndRotated)
+TEST_F(DebugLog, givenNameIsUsedAndRotated)
 {
     writeFile(folder_ + "/own.log", "previous");
     run([] {
@@ -279,7 +279,7 @@ TEST_F(DebugLog, GivenNameIsUsedAndRotated)
     EXPECT_EQ(readFile(folder_ + "/own.log.bk"), "previous");
 }
 
-TEST_F(DebugLog, LineOf2047BytesIsWhole)
+TEST_F(DebugLog, lineOf2047BytesIsWhole)
 {
     run([] {
         VexInitDebug(nullptr);
@@ -289,7 +289,7 @@ TEST_F(DebugLog, LineOf2047BytesIsWhole)
     });
 }
 
-TEST_F(DebugLog, LongerLinesAreCutAfter2047Bytes)
+TEST_F(DebugLog, longerLinesAreCutAfter2047Bytes)
 {
     run([] {
         VexInitDebug(nullptr);
@@ -300,7 +300,7 @@ TEST_F(DebugLog, LongerLinesAreCutAfter2047Bytes)
     });
 }
 
-TEST_F(DebugLog, LinkPlantedUnderItsNameIsNotFollowed)
+TEST_F(DebugLog, linkPlantedUnderItsNameIsNotFollowed)
 {
     // A link to a file that is not there yet: rotation has nothing to move, so the link meets the opening.
     ASSERT_EQ(symlink("target", (folder_ + "/" + kLog).c_str()), 0);
@@ -314,7 +314,7 @@ TEST_F(DebugLog, LinkPlantedUnderItsNameIsNotFollowed)
     });
 }
 
-TEST_F(DebugLog, LinkToAnExistingFileIsRotatedAwayAndItsTargetKept)
+TEST_F(DebugLog, linkToAnExistingFileIsRotatedAwayAndItsTargetKept)
 {
     writeFile(folder_ + "/target", "precious");
     ASSERT_EQ(symlink("target", (folder_ + "/" + kLog).c_str()), 0);
@@ -327,7 +327,7 @@ TEST_F(DebugLog, LinkToAnExistingFileIsRotatedAwayAndItsTargetKept)
     EXPECT_EQ(readFile(folder_ + "/" + kLog), "new");
 }
 
-TEST_F(DebugLog, UnwritableFolderIsSaidOnceAndTheRunGoesOn)
+TEST_F(DebugLog, unwritableFolderIsSaidOnceAndTheRunGoesOn)
 {
     run([] {
         ASSERT_EQ(chmod(".", 0555), 0);
@@ -348,14 +348,14 @@ TEST_F(DebugLog, UnwritableFolderIsSaidOnceAndTheRunGoesOn)
     chmod(folder_.c_str(), 0755);
 }
 
-TEST_F(DebugLog, NameInTheMessageIsTheGivenOne)
+TEST_F(DebugLog, nameInTheMessageIsTheGivenOne)
 {
     run([] {
         EXPECT_EQ(capturedErrors([] { VexInitDebug("missing/own.log"); }), "The missing/own.log file is read only.\n");
     });
 }
 
-TEST_F(DebugLog, NameLongerThanAnyPathDoesNotOverflow)
+TEST_F(DebugLog, nameLongerThanAnyPathDoesNotOverflow)
 {
     run([] {
         const std::string name(5000, 'n');
@@ -364,7 +364,7 @@ TEST_F(DebugLog, NameLongerThanAnyPathDoesNotOverflow)
     });
 }
 
-TEST_F(DebugLog, FailedWriteIsTheSinksResult)
+TEST_F(DebugLog, failedWriteIsTheSinksResult)
 {
     run([] {
         _vexFilePtr = fopen("/dev/full", "w");
@@ -376,7 +376,7 @@ TEST_F(DebugLog, FailedWriteIsTheSinksResult)
     });
 }
 
-TEST_F(DebugLog, GroupFrameHas77HyphensAndItsNames)
+TEST_F(DebugLog, groupFrameHas77HyphensAndItsNames)
 {
     run([] {
         setMasks(DEBUG_MEMORY, 1);
@@ -391,7 +391,7 @@ TEST_F(DebugLog, GroupFrameHas77HyphensAndItsNames)
     });
 }
 
-TEST_F(DebugLog, GroupFrameClosesOnceAndUnderItsLastName)
+TEST_F(DebugLog, groupFrameClosesOnceAndUnderItsLastName)
 {
     run([] {
         setMasks(DEBUG_LPAR, 1);
@@ -409,7 +409,7 @@ TEST_F(DebugLog, GroupFrameClosesOnceAndUnderItsLastName)
     });
 }
 
-TEST_F(DebugLog, GroupFrameNeedsTheMainLevel)
+TEST_F(DebugLog, groupFrameNeedsTheMainLevel)
 {
     run([] {
         setMasks(DEBUG_LPAR, 4);

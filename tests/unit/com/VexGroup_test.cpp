@@ -16,7 +16,7 @@ public:
 };
 } // namespace
 
-TEST(VexGroup, KnowsIdVersionAndName)
+TEST(VexGroup, knowsIdVersionAndName)
 {
     VexGroup group(GROUP_UNIX_SYSTEM_PARAMS, 3);
     EXPECT_EQ(group.getGroupId(), 19UL);
@@ -25,13 +25,13 @@ TEST(VexGroup, KnowsIdVersionAndName)
     EXPECT_STREQ(VexGroup(33, 1).getGroupName(), "Unknown");
 }
 
-TEST(VexGroup, BaseCollectsNothingAndSaysSo)
+TEST(VexGroup, baseCollectsNothingAndSaysSo)
 {
     VexGroup group(GROUP_MEMORY, 1);
     EXPECT_EQ(capturedOutput([&] { EXPECT_EQ(group.getTable(), nullptr); }), "\nVexGroup::getTable");
 }
 
-TEST(VexGroup, CollectionIsVirtual)
+TEST(VexGroup, collectionIsVirtual)
 {
     OneTableGroup group;
     VexGroup& base = group;

@@ -23,7 +23,7 @@ struct Mortal {
 };
 } // namespace
 
-TEST(VexList, IsEmptyAtFirst)
+TEST(VexList, isEmptyAtFirst)
 {
     VexList<int> list;
     EXPECT_EQ(list.getNext(), nullptr);
@@ -32,7 +32,7 @@ TEST(VexList, IsEmptyAtFirst)
     EXPECT_EQ(list.getNext(), nullptr);
 }
 
-TEST(VexList, KeepsTheOrderOfAddition)
+TEST(VexList, keepsTheOrderOfAddition)
 {
     VexList<int> list;
     for (int i = 0; i < 5; ++i)
@@ -42,7 +42,7 @@ TEST(VexList, KeepsTheOrderOfAddition)
     EXPECT_EQ(list.getNext(), nullptr);
 }
 
-TEST(VexList, FindsWhatIsAddedAfterTheEndOfAPass)
+TEST(VexList, findsWhatIsAddedAfterTheEndOfAPass)
 {
     VexList<int> list;
     list.add(new int(1));
@@ -53,7 +53,7 @@ TEST(VexList, FindsWhatIsAddedAfterTheEndOfAPass)
     EXPECT_EQ(list.getNext(), nullptr);
 }
 
-TEST(VexList, VisitsAllWithoutMovingTheCursor)
+TEST(VexList, visitsAllWithoutMovingTheCursor)
 {
     VexList<int> list;
     for (int i = 1; i <= 3; ++i)
@@ -65,7 +65,7 @@ TEST(VexList, VisitsAllWithoutMovingTheCursor)
     EXPECT_EQ(*list.getNext(), 2);
 }
 
-TEST(VexList, DeletesEveryElementOnce)
+TEST(VexList, deletesEveryElementOnce)
 {
     int deaths = 0;
     {
@@ -78,7 +78,7 @@ TEST(VexList, DeletesEveryElementOnce)
     EXPECT_EQ(deaths, 4);
 }
 
-TEST(VexTable, NewTableIsEmptyAndKnowsItsGroup)
+TEST(VexTable, newTableIsEmptyAndKnowsItsGroup)
 {
     VexTable table(27, 1);
     EXPECT_EQ(table.getNext(), nullptr);
@@ -88,7 +88,7 @@ TEST(VexTable, NewTableIsEmptyAndKnowsItsGroup)
     EXPECT_EQ(table.getGroupDefinitionFromId()->attributes, PART_ATTRS_DEF);
 }
 
-TEST(VexTable, GroupOutsideTheCatalogIsUnknown)
+TEST(VexTable, groupOutsideTheCatalogIsUnknown)
 {
     const VexTable table(17, 1);
     EXPECT_STREQ(table.getGroupName(), "Unknown");
@@ -96,7 +96,7 @@ TEST(VexTable, GroupOutsideTheCatalogIsUnknown)
     EXPECT_STREQ(VexTable(0xFFFFFFFF, 1).getGroupName(), "Unknown");
 }
 
-TEST(VexTable, UsesTheGivenCatalog)
+TEST(VexTable, usesTheGivenCatalog)
 {
     static const vexGroupDef catalog[] = {{27, "Ours", nullptr, nullptr, 0, 1, 0},
                                           {VEX_END, nullptr, nullptr, nullptr, 0, 0, 0}};
@@ -107,7 +107,7 @@ TEST(VexTable, UsesTheGivenCatalog)
     EXPECT_STREQ(VexTable(nullptr, 27, 1).getGroupName(), "Unknown");
 }
 
-TEST(VexTable, PassEndsWithNullUntilReset)
+TEST(VexTable, passEndsWithNullUntilReset)
 {
     VexTable table(2, 1);
     VexTableRow* const rows[] = {rowOf(1), rowOf(2), rowOf(3)};
@@ -122,7 +122,7 @@ TEST(VexTable, PassEndsWithNullUntilReset)
     EXPECT_EQ(table.getNext(), rows[0]);
 }
 
-TEST(VexTable, RowAddedDuringAPassIsReached)
+TEST(VexTable, rowAddedDuringAPassIsReached)
 {
     VexTable table(2, 1);
     table.addRow(rowOf(1));
@@ -135,7 +135,7 @@ TEST(VexTable, RowAddedDuringAPassIsReached)
     EXPECT_EQ(table.getNext(), nullptr);
 }
 
-TEST(VexTable, DumpShowsEveryRowAndLeavesTheCursorsAlone)
+TEST(VexTable, dumpShowsEveryRowAndLeavesTheCursorsAlone)
 {
     VexTable table(31, 1);
     table.addRow(rowOf(5));
@@ -153,7 +153,7 @@ TEST(VexTable, DumpShowsEveryRowAndLeavesTheCursorsAlone)
     EXPECT_EQ(table.getNext(), nullptr);
 }
 
-TEST(VexTableRow, CountsItsAttributesAndKeepsTheirOrder)
+TEST(VexTableRow, countsItsAttributesAndKeepsTheirOrder)
 {
     VexTableRow row;
     EXPECT_EQ(row.getNumAttribs(), 0);
@@ -168,7 +168,7 @@ TEST(VexTableRow, CountsItsAttributesAndKeepsTheirOrder)
     EXPECT_EQ(row.getNext()->getId(), 9UL);
 }
 
-TEST(VexTableRow, ShortFormsStoreTheTypeThatTheyName)
+TEST(VexTableRow, shortFormsStoreTheTypeThatTheyName)
 {
     VexTableRow row;
     row.addULong(1, 1);

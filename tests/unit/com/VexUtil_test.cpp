@@ -50,7 +50,7 @@ std::wstring escaped(const wchar_t* text)
 }
 } // namespace
 
-TEST(VexStringSize, CountsFourBytesACharacterAndTheCount)
+TEST(VexStringSize, countsFourBytesACharacterAndTheCount)
 {
     EXPECT_EQ(SizeAsVexString(nullptr), 8UL);
     EXPECT_EQ(SizeAsVexString(""), 8UL);
@@ -59,7 +59,7 @@ TEST(VexStringSize, CountsFourBytesACharacterAndTheCount)
     EXPECT_EQ(SizeofVexString(&string), 24UL);
 }
 
-TEST(StringToVexString, ReturnsTheBytesUsedAndMovesTheRunningSize)
+TEST(StringToVexString, returnsTheBytesUsedAndMovesTheRunningSize)
 {
     alignas(4) unsigned char memory[64] = {};
     VexString* string = reinterpret_cast<VexString*>(memory);
@@ -77,7 +77,7 @@ TEST(StringToVexString, ReturnsTheBytesUsedAndMovesTheRunningSize)
     EXPECT_EQ(string->count, 1U);
 }
 
-TEST(StringToVexString, AcceptsOneVariableForSizeAndOffset)
+TEST(StringToVexString, acceptsOneVariableForSizeAndOffset)
 {
     alignas(4) unsigned char memory[64] = {};
     unsigned long scratch = 12;
@@ -85,7 +85,7 @@ TEST(StringToVexString, AcceptsOneVariableForSizeAndOffset)
     EXPECT_EQ(scratch, 32UL);
 }
 
-TEST(StringToVexString, StopsAtTheMaximum)
+TEST(StringToVexString, stopsAtTheMaximum)
 {
     alignas(4) unsigned char memory[64] = {};
     VexString* string = reinterpret_cast<VexString*>(memory);
@@ -95,7 +95,7 @@ TEST(StringToVexString, StopsAtTheMaximum)
     EXPECT_EQ(string->count, 5U);
 }
 
-TEST(TypeName, KnowsOneToNineOnly)
+TEST(TypeName, knowsOneToNineOnly)
 {
     const char* const names[] = {"VEX_UCHAR",  "VEX_USHORT", "VEX_ULONG",       "VEX_UQUAD",   "VEX_FLOAT",
                                  "VEX_DOUBLE", "VEX_STRING", "VEX_OCTETSTRING", "VEX_DATETIME"};
@@ -106,7 +106,7 @@ TEST(TypeName, KnowsOneToNineOnly)
     EXPECT_STREQ(getVexAttribTypeAsString(0xFFFFFFFF), "Undefined Attrib Type");
 }
 
-TEST_F(PrintedValue, NumbersInTheDumpAreShownTwice)
+TEST_F(PrintedValue, numbersInTheDumpAreShownTwice)
 {
     EXPECT_EQ(dumpedValue({1, static_cast<unsigned char>(10)}), "0x0A");
     EXPECT_EQ(dumpedValue({1, static_cast<unsigned short>(65535)}), "65535 (0xFFFF)");
@@ -114,14 +114,14 @@ TEST_F(PrintedValue, NumbersInTheDumpAreShownTwice)
     EXPECT_EQ(dumpedValue({1, 10UL}), "10 (0x0000000A)");
 }
 
-TEST_F(PrintedValue, QuadShowsItsLowWordSigned)
+TEST_F(PrintedValue, quadShowsItsLowWordSigned)
 {
     EXPECT_EQ(dumpedValue({1, (1ULL << 32) + 5}), "5");
     EXPECT_EQ(dumpedValue({1, 0xFFFFFFFFULL}), "-1");
     EXPECT_EQ(valueText({1, (7ULL << 32) + 0x80000000}), "-2147483648");
 }
 
-TEST_F(PrintedValue, DumpOfTheOtherTypes)
+TEST_F(PrintedValue, dumpOfTheOtherTypes)
 {
     EXPECT_EQ(dumpedValue({1, 1.5F}), "1.500000");
     EXPECT_EQ(dumpedValue({1, -2.25}), "-2.250000");
@@ -131,13 +131,13 @@ TEST_F(PrintedValue, DumpOfTheOtherTypes)
     EXPECT_EQ(dumpedValue({1, 1089896709L}), "2004-07-15-13.05.09.000000");
 }
 
-TEST_F(PrintedValue, OfNoRecordIsNothing)
+TEST_F(PrintedValue, ofNoRecordIsNothing)
 {
     EXPECT_EQ(capturedOutput([] { PrintVexAttribValue(nullptr); }), "");
     EXPECT_EQ(writtenText([](FILE* stream) { PrintVexAttribValueToFile(stream, nullptr); }), "");
 }
 
-TEST_F(PrintedValue, DumpOfAnUnknownTypeSaysSo)
+TEST_F(PrintedValue, dumpOfAnUnknownTypeSaysSo)
 {
     EXPECT_EQ(capturedOutput([] { PrintVexAttribValue(asRecord(recordOfType(10))); }),
               "\n\t\t---len      : 20"
@@ -146,7 +146,7 @@ TEST_F(PrintedValue, DumpOfAnUnknownTypeSaysSo)
               "\n\t\t   value    : Unknown attrib value type");
 }
 
-TEST_F(PrintedValue, StreamGetsTheValueAlone)
+TEST_F(PrintedValue, streamGetsTheValueAlone)
 {
     EXPECT_EQ(valueText({1, static_cast<unsigned char>(0xFE)}), "0xFE");
     EXPECT_EQ(valueText({1, static_cast<unsigned short>(65535)}), "65535");
@@ -160,25 +160,25 @@ TEST_F(PrintedValue, StreamGetsTheValueAlone)
     EXPECT_EQ(valueText({1, 0L}), "1970-01-01-00.00.00.000000");
 }
 
-TEST_F(PrintedValue, StreamGetsNothingForUnknownTypes)
+TEST_F(PrintedValue, streamGetsNothingForUnknownTypes)
 {
     for (const uint32_t type : {0U, 10U, 0xFFFFFFFFU})
         EXPECT_EQ(writtenText([&](FILE* stream) { PrintVexAttribValueToFile(stream, asRecord(recordOfType(type))); }),
                   "");
 }
 
-TEST_F(PrintedValue, TextIsWrittenInTheLocaleEncoding)
+TEST_F(PrintedValue, textIsWrittenInTheLocaleEncoding)
 {
     EXPECT_EQ(valueText({1, "\xE2\x82\xAC"}), "\xE2\x82\xAC");
 }
 
-TEST_F(PrintedValue, StringOfNoCharactersWritesNothing)
+TEST_F(PrintedValue, stringOfNoCharactersWritesNothing)
 {
     const VexString none = {0, {L'x'}};
     EXPECT_EQ(writtenText([&](FILE* stream) { PrintVexStringToFile(stream, &none); }), "");
 }
 
-TEST(OctetString, IsQuotedUpperCaseHex)
+TEST(OctetString, isQuotedUpperCaseHex)
 {
     const auto text = [](unsigned long count) {
         return writtenText([=](FILE* stream) { PrintOctetStringToFile(stream, kOctets, count); });
@@ -187,13 +187,13 @@ TEST(OctetString, IsQuotedUpperCaseHex)
     EXPECT_EQ(text(3), "\"00AB0F\"");
 }
 
-TEST(TimeBlock, WritesTwentySixCharactersWhateverTheyAre)
+TEST(TimeBlock, writesTwentySixCharactersWhateverTheyAre)
 {
     const std::string block = std::string(4, '\0') + "-07-15-13.05.09.000000";
     EXPECT_EQ(writtenText([&](FILE* stream) { PrintVexTimeBlockToFile(stream, block.data()); }), block);
 }
 
-TEST(EnumList, IsOnePairALine)
+TEST(EnumList, isOnePairALine)
 {
     static const vexEnumDef pairs[] = {{2, "two"}, {0xFFFFFFFE, "big"}, {VEX_END, nullptr}};
     static const vexEnumDef empty[] = {{VEX_END, nullptr}};
@@ -209,13 +209,13 @@ TEST(EnumList, IsOnePairALine)
     EXPECT_EQ(text(nullptr), "");
 }
 
-TEST(DmtfEscape, EmptyTextIsReturnedItself)
+TEST(DmtfEscape, emptyTextIsReturnedItself)
 {
     wchar_t empty[] = L"";
     EXPECT_EQ(dmtf_escape(empty), empty);
 }
 
-TEST(DmtfEscape, EscapesBackslashQuoteAndControlCharacters)
+TEST(DmtfEscape, escapesBackslashQuoteAndControlCharacters)
 {
     EXPECT_EQ(escaped(L"\t"), L"\\x09");
     EXPECT_EQ(escaped(L"\x01\x1F\x20"), L"\\x01\\x1f ");
@@ -223,7 +223,7 @@ TEST(DmtfEscape, EscapesBackslashQuoteAndControlCharacters)
     EXPECT_EQ(escaped(L"<&>'\x7F\u20AC"), L"<&>'\x7F\u20AC");
 }
 
-TEST(DmtfEscape, HasRoomForTextOfControlCharactersOnly)
+TEST(DmtfEscape, hasRoomForTextOfControlCharactersOnly)
 {
     const std::wstring worst(1000, L'\x02');
     EXPECT_EQ(escaped(worst.c_str()).size(), 4000U);

@@ -18,7 +18,7 @@ std::string digestOf(const std::string& text)
 }
 } // namespace
 
-TEST(Md5, TestSuiteOfRfc1321)
+TEST(Md5, testSuiteOfRfc1321)
 {
     const struct {
         const char* text;
@@ -37,7 +37,7 @@ TEST(Md5, TestSuiteOfRfc1321)
         EXPECT_EQ(digestOf(c.text), c.digest) << c.text;
 }
 
-TEST(Md5, LengthsAroundTheBlockSize)
+TEST(Md5, lengthsAroundTheBlockSize)
 {
     const struct {
         size_t length;
@@ -53,7 +53,7 @@ TEST(Md5, LengthsAroundTheBlockSize)
         EXPECT_EQ(digestOf(std::string(c.length, 'x')), c.digest) << c.length;
 }
 
-TEST(Md5, SplitAdditionsGiveTheSameDigest)
+TEST(Md5, splitAdditionsGiveTheSameDigest)
 {
     const std::string text = "The quick brown fox jumps over the lazy dog; then it rests, and the dog reads on and on "
                              "until a hundred and thirty bytes are full.";
@@ -70,7 +70,7 @@ TEST(Md5, SplitAdditionsGiveTheSameDigest)
     }
 }
 
-TEST(Md5, DigestBytesStandInDigestOrder)
+TEST(Md5, digestBytesStandInDigestOrder)
 {
     md5file_context context;
     md5file_clear(&context);
@@ -81,12 +81,12 @@ TEST(Md5, DigestBytesStandInDigestOrder)
     EXPECT_EQ(digest[15], 0x72);
 }
 
-TEST(Md5Checksum, IsLowerCaseHexOfTheText)
+TEST(Md5Checksum, isLowerCaseHexOfTheText)
 {
     EXPECT_STREQ(OwnedText(md5_checksum("abc")).get(), "900150983cd24fb0d6963f7d28e17f72");
 }
 
-TEST(Md5Checksum, EmptyAndNullTextGiveNull)
+TEST(Md5Checksum, emptyAndNullTextGiveNull)
 {
     EXPECT_EQ(md5_checksum(""), nullptr);
     EXPECT_EQ(md5_checksum(nullptr), nullptr);

@@ -46,7 +46,7 @@ void withProvider(const std::function<void()>& action)
 }
 } // namespace
 
-TEST(Provider, SupportedGroupsAreSixteenEntriesInReportOrder)
+TEST(Provider, supportedGroupsAreSixteenEntriesInReportOrder)
 {
     withProvider([] {
         uint32_t* const list = vexGetSupportedTables();
@@ -57,7 +57,7 @@ TEST(Provider, SupportedGroupsAreSixteenEntriesInReportOrder)
     });
 }
 
-TEST(Provider, EveryListIsANewOne)
+TEST(Provider, everyListIsANewOne)
 {
     withProvider([] {
         uint32_t* const first = vexGetSupportedTables();
@@ -70,7 +70,7 @@ TEST(Provider, EveryListIsANewOne)
     });
 }
 
-TEST(Provider, IdsWithoutCollectorGiveNull)
+TEST(Provider, idsWithoutCollectorGiveNull)
 {
     withProvider([] {
         for (const uint32_t id : {0U,  8U,  9U,  10U, 11U, 12U, 13U, 14U, 16U, 17U, 18U,         21U,        22U,
@@ -79,7 +79,7 @@ TEST(Provider, IdsWithoutCollectorGiveNull)
     });
 }
 
-TEST(Provider, NullIsFreedWithoutHarm)
+TEST(Provider, nullIsFreedWithoutHarm)
 {
     const size_t before = mallinfo2().uordblks;
     vexFreeTable(nullptr);
@@ -87,7 +87,7 @@ TEST(Provider, NullIsFreedWithoutHarm)
     EXPECT_EQ(mallinfo2().uordblks, before);
 }
 
-TEST(Provider, FreedTableTakesItsRowsAlong)
+TEST(Provider, freedTableTakesItsRowsAlong)
 {
     const auto makeAndFree = [] {
         auto* table = new VexTable(3, 1);
@@ -99,7 +99,7 @@ TEST(Provider, FreedTableTakesItsRowsAlong)
     EXPECT_EQ(makeAndFree(), once);
 }
 
-TEST(Provider, InitSetsTheMasksAndTermClearsThem)
+TEST(Provider, initSetsTheMasksAndTermClearsThem)
 {
     inChild([] {
         ASSERT_NO_FATAL_FAILURE(forbidOpening());

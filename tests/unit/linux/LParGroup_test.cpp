@@ -5,7 +5,7 @@
 
 #include "com/VexDebug.h"
 #include "tests/unit/LogCapture.h"
-#include "tests/unit/linux/TextOf.h"
+#include "tests/unit/linux/text/TextOf.h"
 
 static CpuTopology topologyOf(std::string text)
 {

@@ -7,7 +7,7 @@
 #include "com/VexDebug.h"
 #include "tests/unit/LogCapture.h"
 #include "tests/unit/TableText.h"
-#include "tests/unit/linux/TextOf.h"
+#include "tests/unit/linux/text/TextOf.h"
 
 static bool readText(std::string text, MemoryAmounts* amounts)
 {

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "tests/unit/linux/TextOf.h"
+#include "tests/unit/linux/text/TextOf.h"
 
 static int32_t runLevelOf(std::string text)
 {

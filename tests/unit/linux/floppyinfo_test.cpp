@@ -3,7 +3,8 @@
 #include <gtest/gtest.h>
 #include <linux/fd.h>
 
-#include "tests/unit/linux/TextOf.h"
+#include "com/Owned.h"
+#include "tests/unit/linux/text/TextOf.h"
 
 namespace
 {
@@ -50,7 +51,7 @@ TEST(FloppyGeometry, sizesAre32BitsAndRoundTowardZero)
 {
     EXPECT_EQ(decodeFloppyGeometry(disk(1, 1, 1, 0)).kilobytes, 0);
     EXPECT_EQ(decodeFloppyGeometry(disk(0xFFFFFFFF, 1, 1, 0)).kilobytes, 0);
-    EXPECT_EQ(decodeFloppyGeometry(disk(0x400000, 1, 1, 0)).kilobytes, -2097152);
+    EXPECT_EQ(decodeFloppyGeometry(disk(0x400000, 1, 1, 0)).kilobytes, 0xFFE00000); // -2097152
     EXPECT_EQ(decodeFloppyGeometry(disk(0xFFFFFFFF, 0xFFFFFFFF, 3, 0)).kilobytes, 1);
 }
 
@@ -87,4 +88,14 @@ TEST(Floppy, thatAnswersNothingKeepsTheErrorOfItsType)
     EXPECT_EQ(info.errorcode(), ENOTTY);
     EXPECT_EQ(info.totalsize(), 0);
     EXPECT_STREQ(info.model(), "");
+}
+
+TEST(Floppy, knowsNeitherMakerNorSerialNumber)
+{
+    EXPECT_EQ(floppyinfo::determineFloppymanufacturer(), 0);
+    EXPECT_EQ(floppyinfo::determineFloppyserialnumber(), 0);
+    EXPECT_EQ(floppyinfo::determineFloppymodel(), 0);
+    const OwnedText first(floppyinfo::type());
+    const OwnedText second(floppyinfo::type());
+    EXPECT_NE(first, second) << "each caller has its own";
 }

@@ -1,11 +1,16 @@
 #include "linux/ideinfo.h"
 
 #include <cstring>
+#include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
+#include <string>
+#include <unistd.h>
 
-#include "linux/IDEDrives.h"
-#include "linux/StorageProbes.h"
-#include "tests/unit/linux/TextOf.h"
+#include "com/VexEnumValues.h"
+#include "linux/IDEDevices.h"
+#include "linux/storage/IDEDrives.h"
+#include "tests/unit/linux/text/TextOf.h"
 
 namespace
 {
@@ -42,7 +47,7 @@ void expectModel(const char* line, const char* manufacturer, const char* model)
 
 int32_t securityOf(unsigned char lowByteOfWord128)
 {
-    unsigned char identify[IDENTIFY_SIZE] = {};
+    unsigned char identify[kIdentifySize] = {};
     identify[256] = lowByteOfWord128;
     return decodeIDEsecurity(identify);
 }
@@ -133,7 +138,7 @@ TEST(IDEModel, asLongAsALineIsKeptWhole)
 
 TEST(IDESerialNumber, isTwentyCharactersAsTheyCome)
 {
-    unsigned char identify[IDENTIFY_SIZE];
+    unsigned char identify[kIdentifySize];
     memset(identify, '?', sizeof identify);
     memcpy(identify + 20, "     WD-WMA8C1234567", 20);
     char serialNumber[21];
@@ -169,6 +174,28 @@ TEST(IDEInfo, ofADeviceThatIsNotThereIsEmptyWithTheLastError)
     EXPECT_STREQ(info.serialnumber(), "");
     EXPECT_EQ(info.security_enabled(), -1);
     EXPECT_EQ(info.removable(), 1);
+    EXPECT_EQ(info.sector_size(), 0U);
+    EXPECT_FALSE(info.mediapresent());
+}
+
+static int removableWith(const std::string& media)
+{
+    const std::string folder = testing::TempDir() + "ideinfo_test." + std::to_string(getpid());
+    std::filesystem::create_directory(folder);
+    std::ofstream(folder + "/media") << media;
+    const int removable = ideinfo(folder.c_str()).removable();
+    std::filesystem::remove_all(folder);
+    return removable;
+}
+
+// The kernel's line ends with a newline, which the comparison does not expect: a CD-ROM counts as removable all the
+// same.
+TEST(IDEInfo, onlyACdRomWithoutNewlineIsNotRemovable)
+{
+    EXPECT_EQ(removableWith("cdrom"), 0);
+    EXPECT_EQ(removableWith("cdrom\n"), 1);
+    EXPECT_EQ(removableWith("disk\n"), 1);
+    EXPECT_EQ(removableWith(""), 1);
 }
 
 TEST(IDEDrive, aPathWithoutAFolderHasNoNode)

@@ -36,6 +36,18 @@ protected:
         return bytes;
     }
 
+    // Queues a reply of result 0 as the kernel gives it for a command that ended in this target status, with the
+    // beginning of the sense data, and with data of the command before it.
+    void replyStatus(unsigned status, const std::string& sense, size_t offset, const std::string& staleData)
+    {
+        Bytes bytes = wholeReply(offset, staleData, 0);
+        sg_header header = {};
+        header.target_status = status & 0x1F;
+        memcpy(header.sense_buffer, sense.data(), sense.size());
+        memcpy(bytes.data(), &header, sizeof header);
+        send(bytes);
+    }
+
     void replyInquiry(char type) { reply(0, std::string(1, type) + std::string(7, '\0') + "VENDORXXMODELNAMEABCDEFG"); }
 
     // Lets the device answer nothing more, and asks it.
@@ -152,6 +164,80 @@ TEST_F(ScsiInfo, modePagesCountWhateverTheirResultIs)
     EXPECT_EQ(device.sector_size(), 512u);
 }
 
+TEST_F(ScsiInfo, theDataOfARefusedCommandReadsAsZeros)
+{
+    const std::string illegalRequest("\x70\x00\x05", 3);
+    replyInquiry(0);
+    replyStatus(1, illegalRequest, 14, std::string("\x00\x04\x00\x10", 4));
+    replyStatus(1, illegalRequest, 22, std::string("\x00\x3f\x02\x08", 4)); // would be a device of 520 bytes a sector
+    reply(3, "\x02"
+             "AB");
+    reply(3, "\x02"
+             "CD");
+    const scsiinfo device = probe();
+    EXPECT_EQ(device.errorcode(), 0);
+    EXPECT_EQ(device.numcylinders(), 0u);
+    EXPECT_EQ(device.numheads(), 0u);
+    EXPECT_EQ(device.numsectors(), 0u);
+    EXPECT_EQ(device.sector_size(), 0u);
+    EXPECT_STREQ(device.serialnumber(), "CD");
+}
+
+TEST_F(ScsiInfo, aRefusedSerialPageGivesNoSerialNumber)
+{
+    replyInquiry(0);
+    reply();
+    reply();
+    reply(3, "\x02"
+             "AB");
+    replyStatus(1, std::string("\x72\x05", 2), 3,
+                "\x02"
+                "AB");
+    EXPECT_STREQ(probe().serialnumber(), "");
+}
+
+TEST_F(ScsiInfo, senseDataSaysWhatIsRefusedAndTheStatusWhereThereIsNone)
+{
+    static constexpr struct {
+        const char* what;
+        unsigned status; // of the target, as the header holds it
+        unsigned char sense[3];
+        bool refused;
+    } kCases[] = {
+        {"good", 0, {}, false},
+        {"check condition without sense data", 1, {}, true},
+        {"busy", 4, {}, true},
+        {"condition met", 2, {}, true},
+        {"illegal request", 1, {0x70, 0, 5}, true},
+        {"the same with a valid information field", 1, {0xF0, 0, 5}, true},
+        {"the same, deferred", 1, {0x71, 0, 5}, true},
+        {"the same, in descriptors", 1, {0x72, 5, 0}, true},
+        {"the same, deferred, in descriptors", 1, {0x73, 5, 0}, true},
+        {"not ready", 1, {0x70, 0, 2}, true},
+        {"unit attention, bits above the key", 1, {0x70, 0, 0xE6}, true},
+        {"sense data of a good command", 0, {0x70, 0, 5}, true},
+        {"recovered error", 1, {0x70, 0, 1}, false},
+        {"recovered error, bits above the key", 1, {0x71, 0, 0xE1}, false},
+        {"recovered error in descriptors", 1, {0x72, 1, 5}, false},
+        {"no sense", 1, {0x70, 5, 0}, false},
+        {"no sense in descriptors", 1, {0x73, 0, 5}, false},
+        {"a code that is no sense data", 0, {0x6F, 5, 5}, false},
+        {"a code that is no sense data, refused", 1, {0x74, 1, 1}, true},
+        {"a vendor's own code", 0, {0x7F, 5, 5}, false},
+    };
+    reply(0, "\x05");
+    scsiinfo device(ends_[0]);
+    for (const auto& c : kCases) {
+        const std::string sense(reinterpret_cast<const char*>(c.sense), sizeof c.sense);
+        replyStatus(c.status, sense, 0, "data");
+        char buffer[kHeader + 6] = {};
+        char answer[kHeader + 255];
+        EXPECT_EQ(device.doSCSIcmd(6, 0, buffer, 255, answer), c.refused ? int(kHeader + 255) : 0) << c.what;
+        EXPECT_EQ(std::string(answer + kHeader, 4), c.refused ? std::string(4, '\0') : "data") << c.what;
+        EXPECT_EQ(std::string(answer + 20, sizeof c.sense), sense) << c.what << ": the header stays";
+    }
+}
+
 TEST_F(ScsiInfo, aDeviceThatFailsInquiryHasTypeZeroAndIsAskedOn)
 {
     reply(0, "\x05", 1);
@@ -229,7 +315,12 @@ TEST_F(ScsiInfo, mediaPresenceIsWhatTestUnitReadySays)
     notReady[offsetof(sg_header, result)] = 5;
     send(notReady);
     scsiinfo device(ends_[0]);
+    Bytes noMedium(kHeader);
+    noMedium[offsetof(sg_header, sense_buffer)] = 0x70;
+    noMedium[offsetof(sg_header, sense_buffer) + 2] = 2;
+    send(noMedium);
     EXPECT_TRUE(device.mediapresent());
+    EXPECT_FALSE(device.mediapresent());
     EXPECT_FALSE(device.mediapresent());
 }
 

@@ -75,7 +75,7 @@ using Escape = XmlReport;
 using EnumText = XmlReport;
 } // namespace
 
-TEST_F(SpaceOut, MakesElementNamesOfCatalogNames)
+TEST_F(SpaceOut, makesElementNamesOfCatalogNames)
 {
     EXPECT_EQ(elementName("Operating System"), "OperatingSystem");
     EXPECT_EQ(elementName("IP Address"), "IPAddress");
@@ -84,13 +84,13 @@ TEST_F(SpaceOut, MakesElementNamesOfCatalogNames)
     EXPECT_EQ(elementName("36-bit Page Size Extension"), "_36-bitPageSizeExtension");
 }
 
-TEST_F(SpaceOut, NullAndEmptyTextAreAnEmptyName)
+TEST_F(SpaceOut, nullAndEmptyTextAreAnEmptyName)
 {
     EXPECT_EQ(elementName(nullptr), "");
     EXPECT_EQ(elementName(""), "");
 }
 
-TEST_F(SpaceOut, NameMayBeginWithLetterUnderscoreOrColonOnly)
+TEST_F(SpaceOut, nameMayBeginWithLetterUnderscoreOrColonOnly)
 {
     EXPECT_EQ(elementName("-.a"), "a");
     EXPECT_EQ(elementName("_a"), "_a");
@@ -100,33 +100,33 @@ TEST_F(SpaceOut, NameMayBeginWithLetterUnderscoreOrColonOnly)
     EXPECT_EQ(elementName("7"), "_7");
 }
 
-TEST_F(SpaceOut, LaterCharactersMayAlsoBeDigitsPointsAndHyphens)
+TEST_F(SpaceOut, laterCharactersMayAlsoBeDigitsPointsAndHyphens)
 {
     EXPECT_EQ(elementName("a1.2-3:4_5"), "a1.2-3:4_5");
     EXPECT_EQ(elementName("a/b#c d\te\xC3\xA9!"), "abcde");
 }
 
-TEST_F(SpaceOut, NothingKeptIsAnEmptyName)
+TEST_F(SpaceOut, nothingKeptIsAnEmptyName)
 {
     EXPECT_EQ(elementName("()#/ \x80\xFF"), "");
 }
 
-TEST_F(SpaceOut, HasRoomForTheUnderscoreBeforeADigit)
+TEST_F(SpaceOut, hasRoomForTheUnderscoreBeforeADigit)
 {
     EXPECT_EQ(elementName("1234567890"), "_1234567890");
 }
 
-TEST(IsKey, LooksThroughTheGroupsKeysOnly)
+TEST(IsKey, looksThroughTheGroupsKeysOnly)
 {
     const vexGroupDef* partition = getGroupDefinitionFromId(GROUP_PARTITION);
-    EXPECT_EQ(isKey(partition, PART_INDEX), 1);
-    EXPECT_EQ(isKey(partition, PART_FS_ACCESS_POINT), 1);
-    EXPECT_EQ(isKey(partition, PART_FS_MOUNT_POINT), 1);
-    EXPECT_EQ(isKey(partition, PART_TYPE), 0);
+    EXPECT_EQ(isKey(partition, PARTITION_INDEX), 1);
+    EXPECT_EQ(isKey(partition, PARTITION_FS_ACCESS_POINT), 1);
+    EXPECT_EQ(isKey(partition, PARTITION_FS_MOUNT_POINT), 1);
+    EXPECT_EQ(isKey(partition, PARTITION_TYPE), 0);
     EXPECT_EQ(isKey(getGroupDefinitionFromId(GROUP_MEMORY), MEMORY_TOTAL_PHYSICAL), 0);
 }
 
-TEST_F(EnumText, IsWrittenForAListedUnsignedLong)
+TEST_F(EnumText, isWrittenForAListedUnsignedLong)
 {
     const vexGroupDef* storage = getGroupDefinitionFromId(GROUP_STORAGE);
     const VexTableAttrib listed(STORAGE_TYPE, 17UL);
@@ -139,7 +139,7 @@ TEST_F(EnumText, IsWrittenForAListedUnsignedLong)
         "");
 }
 
-TEST_F(EnumText, GoesToStandardOutputWhateverStreamIsGiven)
+TEST_F(EnumText, goesToStandardOutputWhateverStreamIsGiven)
 {
     const VexTableAttrib attrib(STORAGE_TYPE, 30UL);
     std::string other;
@@ -153,7 +153,7 @@ TEST_F(EnumText, GoesToStandardOutputWhateverStreamIsGiven)
     EXPECT_EQ(other, "");
 }
 
-TEST_F(EnumText, OtherTypesAndAbsentDefinitionsHaveNone)
+TEST_F(EnumText, otherTypesAndAbsentDefinitionsHaveNone)
 {
     const vexGroupDef* processor = getGroupDefinitionFromId(GROUP_PROCESSOR);
     const VexTableAttrib text(PROCESSOR_INTERFACE, "4");
@@ -169,7 +169,7 @@ TEST_F(EnumText, OtherTypesAndAbsentDefinitionsHaveNone)
               "");
 }
 
-TEST_F(EnumText, EmptyEnumerationHasNone)
+TEST_F(EnumText, emptyEnumerationHasNone)
 {
     static const vexEnumDef empty[] = {{VEX_END, nullptr}};
     static const vexAttribDef attribs[] = {{1, "A", VEX_ULONG, 0, empty}, {VEX_END, nullptr, 0, 0, nullptr}};
@@ -178,7 +178,7 @@ TEST_F(EnumText, EmptyEnumerationHasNone)
     EXPECT_EQ(PrintEnumActual(stdout, &group, 1, attrib.getAttribPtr()), 0);
 }
 
-TEST_F(EnumText, MayBeEmptyAndStillCounts)
+TEST_F(EnumText, mayBeEmptyAndStillCounts)
 {
     const VexTableAttrib attrib(PROCESSOR_INTERFACE, 0UL);
     EXPECT_EQ(capturedOutput([&] {
@@ -189,14 +189,14 @@ TEST_F(EnumText, MayBeEmptyAndStillCounts)
               "");
 }
 
-TEST_F(LocalValue, SmallNumbers)
+TEST_F(LocalValue, smallNumbers)
 {
     EXPECT_EQ(localValue({1, static_cast<unsigned char>(10)}), "0x0A");
     EXPECT_EQ(localValue({1, static_cast<unsigned char>(255)}), "0xFF");
     EXPECT_EQ(localValue({1, static_cast<unsigned short>(65535)}), "65535");
 }
 
-TEST_F(LocalValue, UnsignedLongIsShownSigned)
+TEST_F(LocalValue, unsignedLongIsShownSigned)
 {
     EXPECT_EQ(localValue({1, 0UL}), "0");
     EXPECT_EQ(localValue({1, 0x7FFFFFFFUL}), "2147483647");
@@ -204,44 +204,44 @@ TEST_F(LocalValue, UnsignedLongIsShownSigned)
     EXPECT_EQ(localValue({1, 0xFFFFFFFFUL}), "-1");
 }
 
-TEST_F(LocalValue, QuadShowsItsLowWordSigned)
+TEST_F(LocalValue, quadShowsItsLowWordSigned)
 {
     EXPECT_EQ(localValue({1, (1ULL << 32) + 5}), "5");
     EXPECT_EQ(localValue({1, 0xFFFFFFFFULL}), "-1");
     EXPECT_EQ(localValue({1, 0xFFFFFFFF00000000ULL}), "0");
 }
 
-TEST_F(LocalValue, FloatingNumbersHaveSixDecimals)
+TEST_F(LocalValue, floatingNumbersHaveSixDecimals)
 {
     EXPECT_EQ(localValue({1, -1.0F}), "-1.000000");
     EXPECT_EQ(localValue({1, 0.1F}), "0.100000");
     EXPECT_EQ(localValue({1, 2.5}), "2.500000");
 }
 
-TEST_F(LocalValue, OctetStringIsEmpty)
+TEST_F(LocalValue, octetStringIsEmpty)
 {
     const unsigned char octets[] = {1, 2, 3};
     EXPECT_EQ(localValue({1, octets, sizeof octets}), "");
 }
 
-TEST_F(LocalValue, DateTimeHasASeventhZero)
+TEST_F(LocalValue, dateTimeHasASeventhZero)
 {
     EXPECT_EQ(localValue({1, 1089896709L}), "2004-07-15-13.05.09.0000000");
 }
 
-TEST_F(LocalValue, DateTimeWithoutLocalTimeIsEmpty)
+TEST_F(LocalValue, dateTimeWithoutLocalTimeIsEmpty)
 {
     if (sizeof(long) == 4)
         GTEST_SKIP() << "every 32-bit time has a local time";
     EXPECT_EQ(localValue({1, LONG_MAX}), "");
 }
 
-TEST_F(LocalValue, StringIsTheEscapedWideText)
+TEST_F(LocalValue, stringIsTheEscapedWideText)
 {
     EXPECT_EQ(localValue({1, "a\"b"}), "a\\\"b");
 }
 
-TEST_F(LocalValue, UnknownTypesAreEmpty)
+TEST_F(LocalValue, unknownTypesAreEmpty)
 {
     for (const uint32_t type : {0U, 10U, 0xFFFFFFFFU}) {
         const uint32_t words[] = {20, 1, type, 1, 0};
@@ -250,50 +250,50 @@ TEST_F(LocalValue, UnknownTypesAreEmpty)
     }
 }
 
-TEST(TimeBlockString, IsTheTwentySixCharactersAndAZero)
+TEST(TimeBlockString, isTheTwentySixCharactersAndAZero)
 {
     EXPECT_STREQ(OwnedText(GetTimeBlockString("2004-07-15-13.05.09.000000")).get(), "2004-07-15-13.05.09.0000000");
 }
 
-TEST(TimeBlockString, EndsAtAZeroByte)
+TEST(TimeBlockString, endsAtAZeroByte)
 {
     const char block[27] = "\0\0\0\0-07-15-13.05.09.000000";
     EXPECT_STREQ(OwnedText(GetTimeBlockString(block)).get(), "");
 }
 
-TEST_F(StringValue, AmpersandAndLessThanAreEscapedAndNothingElse)
+TEST_F(StringValue, ampersandAndLessThanAreEscapedAndNothingElse)
 {
     EXPECT_EQ(stringValue("A&B<C>"), "A&amp;B&lt;C>");
     EXPECT_EQ(stringValue("\"it's\" > &amp;"), "\"it's\" > &amp;amp;");
     EXPECT_EQ(stringValue("&&<<"), "&amp;&amp;&lt;&lt;");
 }
 
-TEST_F(StringValue, EmptyTextWritesNothing)
+TEST_F(StringValue, emptyTextWritesNothing)
 {
     EXPECT_EQ(stringValue(""), "");
     EXPECT_EQ(stringValue(nullptr), "");
 }
 
-TEST_F(StringValue, MultibyteTextArrivesAsUtf8)
+TEST_F(StringValue, multibyteTextArrivesAsUtf8)
 {
     EXPECT_EQ(stringValue("caf\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x98\x80"), "caf\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x98\x80");
 }
 
-TEST_F(StringValue, TextBeforeTheFirstBadByteIsReported)
+TEST_F(StringValue, textBeforeTheFirstBadByteIsReported)
 {
     EXPECT_EQ(stringValue("good\xFF"
                           "bad"),
               "good");
 }
 
-TEST_F(StringValue, TextThatTheLocaleCannotExpressIsLeftOut)
+TEST_F(StringValue, textThatTheLocaleCannotExpressIsLeftOut)
 {
     const VexTableAttrib attrib(1, "caf\xC3\xA9");
     setlocale(LC_ALL, "C");
     EXPECT_EQ(writtenText([&](FILE* stream) { PrintVexAttribStringToXMLFile(stream, attrib.getAttribPtr()); }), "");
 }
 
-TEST_F(StringValue, StringOfNoCharactersWritesNothing)
+TEST_F(StringValue, stringOfNoCharactersWritesNothing)
 {
     const uint32_t words[] = {20, 1, VEX_STRING, 0, 'x'};
     EXPECT_EQ(writtenText([&](FILE* stream) {
@@ -302,13 +302,13 @@ TEST_F(StringValue, StringOfNoCharactersWritesNothing)
               "");
 }
 
-TEST_F(StringValue, TextIsCutAt20480Bytes)
+TEST_F(StringValue, textIsCutAt20480Bytes)
 {
     EXPECT_EQ(stringValue(std::string(20480, 'x').c_str()), std::string(20480, 'x'));
     EXPECT_EQ(stringValue(std::string(30000, 'x').c_str()), std::string(20480, 'x'));
 }
 
-TEST_F(StringValue, TheCutKeepsWholeCharacters)
+TEST_F(StringValue, theCutKeepsWholeCharacters)
 {
     std::string euros;
     for (int i = 0; i < 8000; ++i)
@@ -318,14 +318,14 @@ TEST_F(StringValue, TheCutKeepsWholeCharacters)
     EXPECT_EQ(text, euros.substr(0, text.size()));
 }
 
-TEST_F(StringValue, LongestTextOfAmpersandsIsEscapedWhole)
+TEST_F(StringValue, longestTextOfAmpersandsIsEscapedWhole)
 {
     const std::string text = stringValue(std::string(20480, '&').c_str());
     EXPECT_EQ(text.size(), 20480U * 5);
     EXPECT_EQ(text.substr(text.size() - 10), "&amp;&amp;");
 }
 
-TEST_F(Escape, ReturnsItsOutputBuffer)
+TEST_F(Escape, returnsItsOutputBuffer)
 {
     char out[64];
     EXPECT_EQ(io_esc_fixn(out, "a<b"), out);
@@ -333,7 +333,7 @@ TEST_F(Escape, ReturnsItsOutputBuffer)
     EXPECT_STREQ(io_esc_fixn(out, ""), "");
 }
 
-TEST_F(Escape, AnInvalidByteCountsAsOneCharacter)
+TEST_F(Escape, anInvalidByteCountsAsOneCharacter)
 {
     char out[64];
     // The byte itself is the code-set service's to judge; what follows must not be swallowed with it.
@@ -341,7 +341,7 @@ TEST_F(Escape, AnInvalidByteCountsAsOneCharacter)
     EXPECT_NE(text.find("&amp;b"), std::string::npos) << text;
 }
 
-TEST_F(XmlReport, KeyedGroupMarksItsKeys)
+TEST_F(XmlReport, keyedGroupMarksItsKeys)
 {
     auto* row = new VexTableRow;
     row->addULong(PROCESSOR_INDEX, 1);
@@ -365,7 +365,7 @@ TEST_F(XmlReport, KeyedGroupMarksItsKeys)
                                                 "\n\t</serviceData>");
 }
 
-TEST_F(XmlReport, KeyedGroupWritesEveryRowWhole)
+TEST_F(XmlReport, keyedGroupWritesEveryRowWhole)
 {
     const auto element = [](const char* index) {
         return std::string("\n\n\t<serviceData>\n\t\t<name>MemoryModules</name>\n\t\t<value>"
@@ -376,7 +376,7 @@ TEST_F(XmlReport, KeyedGroupWritesEveryRowWhole)
               element("1") + element("2") + element("3"));
 }
 
-TEST_F(XmlReport, KeylessGroupWritesItsFirstRowOnlyAndNoMarks)
+TEST_F(XmlReport, keylessGroupWritesItsFirstRowOnlyAndNoMarks)
 {
     EXPECT_EQ(reportOf(GROUP_MEMORY, {rowWith(1, 512), rowWith(1, 2), rowWith(1, 3)}),
               "\n\n\t<serviceData>"
@@ -389,14 +389,14 @@ TEST_F(XmlReport, KeylessGroupWritesItsFirstRowOnlyAndNoMarks)
               "\n\t</serviceData>");
 }
 
-TEST_F(XmlReport, EmptyTableWritesNothing)
+TEST_F(XmlReport, emptyTableWritesNothing)
 {
     EXPECT_EQ(reportOf(GROUP_MEMORY, {}), "");
     EXPECT_EQ(reportOf(GROUP_PROCESSOR, {}), "");
     EXPECT_EQ(reportOf(17, {}), "");
 }
 
-TEST_F(XmlReport, RowWithoutAttributesIsAnEmptyGroupElement)
+TEST_F(XmlReport, rowWithoutAttributesIsAnEmptyGroupElement)
 {
     EXPECT_EQ(reportOf(GROUP_LPAR, {new VexTableRow}), "\n\n\t<serviceData>"
                                                        "\n\t\t<name>Lpar</name>"
@@ -407,7 +407,7 @@ TEST_F(XmlReport, RowWithoutAttributesIsAnEmptyGroupElement)
                                                        "\n\t</serviceData>");
 }
 
-TEST_F(XmlReport, UnknownGroupHasOneRowOfNamelessElements)
+TEST_F(XmlReport, unknownGroupHasOneRowOfNamelessElements)
 {
     EXPECT_EQ(reportOf(17, {rowWith(1, 5), rowWith(1, 6)}), "\n\n\t<serviceData>"
                                                             "\n\t\t<name>Unknown</name>"
@@ -419,13 +419,13 @@ TEST_F(XmlReport, UnknownGroupHasOneRowOfNamelessElements)
                                                             "\n\t</serviceData>");
 }
 
-TEST_F(XmlReport, AttributeOutsideTheCatalogIsNameless)
+TEST_F(XmlReport, attributeOutsideTheCatalogIsNameless)
 {
     const std::string report = reportOf(GROUP_MEMORY, {rowWith(99, 5)});
     EXPECT_NE(report.find("\n\t\t\t\t<>5</>"), std::string::npos) << report;
 }
 
-TEST_F(XmlReport, EnumeratedNumberOutsideItsListIsWrittenSigned)
+TEST_F(XmlReport, enumeratedNumberOutsideItsListIsWrittenSigned)
 {
     EXPECT_NE(reportOf(GROUP_STORAGE, {rowWith(STORAGE_TYPE, 0x44)}).find("<Type>68</Type>"), std::string::npos);
     EXPECT_NE(reportOf(GROUP_STORAGE, {rowWith(STORAGE_TYPE, 0xFFFFFFFF)}).find("<Type>-1</Type>"), std::string::npos);
@@ -433,23 +433,23 @@ TEST_F(XmlReport, EnumeratedNumberOutsideItsListIsWrittenSigned)
               std::string::npos);
 }
 
-TEST_F(XmlReport, FileSystemTextsAreWrittenRaw)
+TEST_F(XmlReport, fileSystemTextsAreWrittenRaw)
 {
-    EXPECT_NE(reportOf(GROUP_PARTITION, {rowWith(PART_FS_TYPE, 0x63)})
+    EXPECT_NE(reportOf(GROUP_PARTITION, {rowWith(PARTITION_FS_TYPE, 0x63)})
                   .find("<FSType>UNIX-AT&T System V/386 | SCO UNIX</FSType>"),
               std::string::npos);
-    EXPECT_NE(reportOf(GROUP_PARTITION, {rowWith(PART_FS_TYPE, 0x80)}).find("<FSType>Minix < 1.4b</FSType>"),
+    EXPECT_NE(reportOf(GROUP_PARTITION, {rowWith(PARTITION_FS_TYPE, 0x80)}).find("<FSType>Minix < 1.4b</FSType>"),
               std::string::npos);
 }
 
-TEST_F(XmlReport, VersionIsTheTables)
+TEST_F(XmlReport, versionIsTheTables)
 {
     VexTable table(GROUP_MEMORY, 0xFFFFFFFF);
     table.addRow(new VexTableRow);
     EXPECT_NE(capturedOutput([&] { printXML(&table); }).find("<Memory version=\"-1\">"), std::string::npos);
 }
 
-TEST_F(XmlReport, StartsAgainAtTheFirstRow)
+TEST_F(XmlReport, startsAgainAtTheFirstRow)
 {
     VexTable table(GROUP_MEMORY_MODULES, 1);
     table.addRow(rowWith(1, 1));
