@@ -1,5 +1,7 @@
 #include "host/Collectors.h"
 
+#include <algorithm>
+
 #include "report/catalog/AttributeIds.h"
 
 namespace host
@@ -39,5 +41,14 @@ constexpr Collector kCollectors[] = {
 std::span<const Collector> collectors()
 {
     return kCollectors;
+}
+
+std::vector<const Collector*> wantedCollectors(std::span<const uint32_t> groups)
+{
+    std::vector<const Collector*> wanted;
+    for (const Collector& collector : kCollectors)
+        if (groups.empty() || std::find(groups.begin(), groups.end(), collector.group) != groups.end())
+            wanted.push_back(&collector);
+    return wanted;
 }
 } // namespace host

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <span>
+#include <vector>
 
 #include "host/Collection.h"
 
@@ -37,4 +38,7 @@ void collectMachineIdentity(const Machine& machine, Collection& collection);
 
 /// What collects which group, in report order.
 std::span<const Collector> collectors();
+
+/// Those of some groups, by their ids; all when none is named.
+std::vector<const Collector*> wantedCollectors(std::span<const uint32_t> groups);
 } // namespace host

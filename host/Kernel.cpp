@@ -179,6 +179,11 @@ std::optional<FileSystemSize> Kernel::fileSystemSize(std::string_view mountPoint
     return sizes;
 }
 
+bool Kernel::isSilent(std::string_view mountPoint) const
+{
+    return !mayHang(mountPoint) && isTrue(answer("fileSystemSize", mountPoint), "isSilent");
+}
+
 std::optional<BlockContent> Kernel::blockContent(std::string_view device) const
 {
     const nlohmann::json content = answer("blockContent", device);

@@ -95,6 +95,14 @@ public:
     /// True when a recording answers: nothing of the live machine may be told.
     virtual bool isRecording() const = 0;
 
+    /// True when asking a network file system for its size may never be answered. Such a question belongs into a
+    /// process of its own, which tells what came of it through keepFileSystemSize().
+    virtual bool mayHang(std::string_view /*mountPoint*/) const { return !isRecording(); }
+    virtual void keepFileSystemSize(std::string_view /*mountPoint*/,
+                                    const std::optional<FileSystemSize>& /*size*/) const
+    {
+    }
+
     /// Seconds since 1970 UTC: now, or the recording's time; 0 when a copy of a machine does not tell it.
     int64_t clock() const;
     /// The effective user of the scan; kNoUser when a copy of a machine does not tell it.
@@ -109,6 +117,8 @@ public:
     std::optional<LinkDriver> linkDriver(std::string_view link) const;
     /// Asks the file system mounted at a path; a network file system may never answer.
     std::optional<FileSystemSize> fileSystemSize(std::string_view mountPoint) const;
+    /// True when a recording tells that this file system did not answer in time.
+    bool isSilent(std::string_view mountPoint) const;
     std::optional<BlockContent> blockContent(std::string_view device) const;
     /// Absent on processors without CPUID and for leaves that they do not have.
     std::optional<CpuidLeaf> cpuid(uint32_t leaf, uint32_t subleaf) const;

@@ -1,6 +1,5 @@
 #include "host/Scan.h"
 
-#include <algorithm>
 #include <chrono>
 #include <cstring>
 #include <memory>
@@ -35,12 +34,8 @@ struct Task {
 std::vector<Task> tasksOf(const ScanOptions& options)
 {
     std::vector<Task> tasks;
-    for (const Collector& collector : collectors()) {
-        const bool wanted = options.groups.empty() || std::find(options.groups.begin(), options.groups.end(),
-                                                                collector.group) != options.groups.end();
-        if (wanted)
-            tasks.emplace_back(collector);
-    }
+    for (const Collector* collector : wantedCollectors(options.groups))
+        tasks.emplace_back(*collector);
     return tasks;
 }
 

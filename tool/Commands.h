@@ -9,6 +9,7 @@
 namespace tool
 {
 extern const CommandDef SCAN_COMMAND;
+extern const CommandDef RECORD_COMMAND;
 
 /// Version and optional libraries.
 void printVersion(std::ostream& out);

@@ -22,6 +22,11 @@ void writeSize(int pipe, const FileSystemSize& size)
     writeAll(pipe, std::string_view(reinterpret_cast<const char*>(&size), sizeof size));
 }
 
+void noteSilence(const std::string& mountPoint, Notes& notes)
+{
+    notes.note(mountPoint + ": does not answer");
+}
+
 // Asks some remote file systems side by side.
 void askBatch(const Machine& machine, const std::vector<SizeQuestion>& questions, const std::vector<size_t>& batch,
               Deadline until, Notes& notes, const std::function<void(size_t, const FileSystemSize&)>& answer)
@@ -38,12 +43,15 @@ void askBatch(const Machine& machine, const std::vector<SizeQuestion>& questions
         return answers[worker].size() <= sizeof(FileSystemSize);
     };
     const auto onEnd = [&](size_t worker, Workers::Result result) {
+        const std::string& mountPoint = questions[batch[worker]].mountPoint;
         FileSystemSize size;
         if (answers[worker].size() == sizeof size) {
             memcpy(&size, answers[worker].data(), sizeof size);
             answer(batch[worker], size);
+            machine.kernel.keepFileSystemSize(mountPoint, size);
         } else if (result.end != Workers::End::Exited) {
-            notes.note(questions[batch[worker]].mountPoint + ": does not answer");
+            noteSilence(mountPoint, notes);
+            machine.kernel.keepFileSystemSize(mountPoint, std::nullopt);
         }
     };
     workers.serve(until, onBytes, onEnd);
@@ -55,10 +63,13 @@ void askSizes(const Machine& machine, const std::vector<SizeQuestion>& questions
 {
     std::vector<size_t> remote;
     for (size_t i = 0; i < questions.size(); ++i) {
-        if (questions[i].isRemote && !machine.kernel.isRecording())
+        const std::string& mountPoint = questions[i].mountPoint;
+        if (questions[i].isRemote && machine.kernel.mayHang(mountPoint))
             remote.push_back(i);
-        else if (const auto size = machine.kernel.fileSystemSize(questions[i].mountPoint))
+        else if (const auto size = machine.kernel.fileSystemSize(mountPoint))
             answer(i, *size);
+        else if (machine.kernel.isSilent(mountPoint))
+            noteSilence(mountPoint, notes);
     }
     const Deadline until = machine.deadline - kReserve;
     for (size_t first = 0; first < remote.size(); first += kMostAtOnce) {

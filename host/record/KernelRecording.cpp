@@ -20,6 +20,11 @@ const json* KernelRecording::find(std::string_view question, std::string_view ar
     return answer != arguments->second.end() ? &answer->second : nullptr;
 }
 
+void KernelRecording::keep(std::string_view question, std::string_view argument, json answer)
+{
+    answers[std::string(question)][std::string(argument)] = std::move(answer);
+}
+
 static bool parseAnswers(json& file, KernelRecording& recording, std::string& reason)
 {
     for (auto& [question, arguments] : file.items()) {

@@ -17,6 +17,9 @@ struct KernelRecording {
 
     /// Null when there is none.
     const nlohmann::json* find(std::string_view question, std::string_view argument) const;
+
+    /// An answer that is there already is replaced.
+    void keep(std::string_view question, std::string_view argument, nlohmann::json answer);
 };
 
 /// Its file, at the top of the recording, and how much of that is read.

@@ -50,6 +50,9 @@ TEST(CommandLine, refusesInOneLineThatNamesTheNearestWord)
         {SCAN_COMMAND, {"--xyzzy"}, "unknown option --xyzzy"},
         {SCAN_COMMAND, {"--format", "yaml"}, "--format yaml: expected xml or json"},
         {SCAN_COMMAND, {"operand"}, "too many operands: operand"},
+        {RECORD_COMMAND, {"one", "two"}, "too many operands: two"},
+        {RECORD_COMMAND, {"--output", "file"}, "missing operand: DIR"},
+        {RECORD_COMMAND, {"--root", "/", "dir"}, "unknown option --root; did you mean --group?"},
         {SCAN_COMMAND, {"--", "--sources"}, "too many operands: --sources"},
     };
     for (const auto& c : cases) {
