@@ -139,14 +139,6 @@ void addInit(const Root& root, RowBuilder& row)
 }
 
 // None is said only of a machine that told something of its processors.
-void addVirtualization(const Machine& machine, RowBuilder& row)
-{
-    constexpr const char* kCpuinfo = "/proc/cpuinfo";
-    if (const MaybeFact hypervisor = hypervisorOf(machine))
-        row.text(OPERATING_SYSTEM_VIRTUALIZATION, hypervisor);
-    else if (machine.root.exists(kCpuinfo))
-        row.text(OPERATING_SYSTEM_VIRTUALIZATION, "None", kCpuinfo);
-}
 
 // Debian's mark of an upgrade that wants a new start; elsewhere nothing tells, so that nothing is said.
 void addReboot(const Root& root, RowBuilder& row)
@@ -167,7 +159,7 @@ void collectOperatingSystem(const Machine& machine, Collection& collection)
     addTimes(machine, row);
     addLocales(root, row);
     row.text(OPERATING_SYSTEM_MACHINE_ID, machineId(root));
-    addVirtualization(machine, row);
+    row.text(OPERATING_SYSTEM_VIRTUALIZATION, virtualizationOf(machine));
     row.text(OPERATING_SYSTEM_CONTAINER, containerOf(machine));
     addInit(root, row);
     row.text(OPERATING_SYSTEM_SECURITY_MODULE, root.fact("/sys/kernel/security/lsm"));

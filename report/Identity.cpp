@@ -1,6 +1,7 @@
 #include "report/Identity.h"
 
 #include <algorithm>
+#include <openssl/crypto.h>
 #include <openssl/evp.h>
 
 #include "report/Text.h"
@@ -125,6 +126,8 @@ std::string uuidOfRaw(std::string_view digits, bool isLittleEndian)
 
 std::string sha256(std::string_view bytes)
 {
+    // The library's configuration belongs to the machine that this runs on, which a report of another must not touch.
+    OPENSSL_init_crypto(OPENSSL_INIT_NO_LOAD_CONFIG, nullptr);
     unsigned char digest[EVP_MAX_MD_SIZE];
     unsigned int length = 0;
     EVP_Digest(bytes.data(), bytes.size(), digest, &length, EVP_sha256(), nullptr);

@@ -8,6 +8,7 @@ namespace host
 namespace
 {
 constexpr size_t kMostBytes = size_t{64} << 20; // hundreds of thousands of mounts
+constexpr size_t kMostLine = size_t{1} << 20;   // two paths, a source and options, each of pages at most
 
 // "36 35 98:0 /root /mnt rw,noatime master:1 - ext3 /dev/root rw,errors=continue": fields behind "-" stand behind a
 // varying number of optional ones.
@@ -49,7 +50,7 @@ std::vector<Mount> parseMounts(std::string_view text)
     std::string_view line;
     while (report::takeLine(text, line)) {
         Mount mount;
-        if (parseMount(line, mount))
+        if (line.size() <= kMostLine && parseMount(line, mount))
             mounts.push_back(std::move(mount));
     }
     return mounts;

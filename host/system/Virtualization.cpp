@@ -1,9 +1,11 @@
 #include "host/system/Virtualization.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "host/Kernel.h"
 #include "host/Root.h"
+#include "host/processor/CpuInfo.h"
 #include "report/Text.h"
 
 namespace host
@@ -89,27 +91,34 @@ MaybeFact hypervisorOfFirmware(const Root& root)
     return std::nullopt;
 }
 
+// Whether the processors' flags name a hypervisor, all have the same; absent where no processor can be read.
+std::optional<bool> hasHypervisorFlag(const Root& root)
+{
+    const std::string text = root.read(kCpuinfoPath, kMostCpuinfo).value_or("");
+    std::string_view rest = text;
+    std::string_view line;
+    bool isProcessorSeen = false;
+    while (report::takeLine(rest, line)) {
+        const auto [key, value] = report::keyValue(line, ':');
+        isProcessorSeen = isProcessorSeen || (key == "processor" && !value.empty());
+        if (key != "flags")
+            continue;
+        const std::vector<std::string_view> flags = report::words(value);
+        return std::find(flags.begin(), flags.end(), "hypervisor") != flags.end();
+    }
+    return isProcessorSeen ? std::optional(false) : std::nullopt;
+}
+
 // The flag of /proc/cpuinfo, and where a device tree names the hypervisor.
 MaybeFact hypervisorOfFlags(const Root& root)
 {
-    constexpr const char* kCpuinfo = "/proc/cpuinfo";
     if (const std::optional<std::string> text = root.read("/sys/firmware/devicetree/base/hypervisor/compatible"))
         return Fact{text->starts_with("linux,kvm") ? "KVM"
                     : text->starts_with("xen")     ? "Xen"
                                                    : "Other",
                     "/sys/firmware/devicetree/base/hypervisor/compatible"};
-    std::string text = root.read(kCpuinfo).value_or("");
-    std::string_view rest = text;
-    std::string_view line;
-    while (report::takeLine(rest, line)) {
-        const auto [key, value] = report::keyValue(line, ':');
-        if (key != "flags")
-            continue;
-        for (const std::string_view word : report::words(value))
-            if (word == "hypervisor")
-                return Fact{"Other", kCpuinfo};
-        break; // all processors have the same
-    }
+    if (hasHypervisorFlag(root).value_or(false))
+        return Fact{"Other", std::string(kCpuinfoPath)};
     return std::nullopt;
 }
 
@@ -137,6 +146,15 @@ MaybeFact hypervisorOf(const Machine& machine)
     if (const MaybeFact firmware = hypervisorOfFirmware(machine.root))
         return firmware;
     return fact ? fact : hypervisorOfFlags(machine.root);
+}
+
+MaybeFact virtualizationOf(const Machine& machine)
+{
+    if (MaybeFact hypervisor = hypervisorOf(machine))
+        return hypervisor;
+    if (hasHypervisorFlag(machine.root))
+        return Fact{"None", std::string(kCpuinfoPath)};
+    return std::nullopt;
 }
 
 MaybeFact containerOf(const Machine& machine)

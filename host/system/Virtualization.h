@@ -9,6 +9,9 @@ namespace host
 /// nothing tells. A privileged Xen domain runs on the metal.
 MaybeFact hypervisorOf(const Machine& machine);
 
+/// hypervisorOf(), or "None" where the processors can be read and nothing names one; absent where they cannot.
+MaybeFact virtualizationOf(const Machine& machine);
+
 /// The container manager around the scan ("docker", "lxc", "podman", "systemd-nspawn" ...); absent outside of
 /// containers.
 MaybeFact containerOf(const Machine& machine);
