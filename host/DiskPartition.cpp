@@ -61,10 +61,15 @@ void addContent(const Machine& machine, const std::string& folder, const std::st
         row.number(DISK_PARTITION_FILE_SYSTEM_TYPE, fileSystemType(content.type->value).code, content.type->source);
 }
 
+std::string folderOf(const std::string& disk, const std::string& name)
+{
+    return kBlock + disk + '/' + name;
+}
+
 RowBuilder partitionRow(const Machine& machine, const std::string& disk, const std::string& name)
 {
     const Root& root = machine.root;
-    const std::string folder = kBlock + disk + '/' + name;
+    const std::string folder = folderOf(disk, name);
     RowBuilder row(GROUP_DISK_PARTITION);
     row.number(DISK_PARTITION_INDEX, root.number(folder + "/partition"), folder + "/partition");
     row.text(DISK_PARTITION_DEVICE_NAME, nodeOf(name), folder);
@@ -83,7 +88,7 @@ void collectDiskPartition(const Machine& machine, Collection& collection)
     std::vector<size_t> rows;
     for (const std::string& disk : machine.root.list(kBlock)) {
         for (const std::string& name : machine.root.list(kBlock + disk)) {
-            const std::string folder = kBlock + disk + '/' + name;
+            const std::string folder = folderOf(disk, name);
             if (!name.starts_with(disk) || !machine.root.exists(folder + "/partition"))
                 continue;
             const size_t row = collection.add(partitionRow(machine, disk, name));

@@ -30,7 +30,7 @@ MaybeFact loggedInUser(const Root& root)
 
 MaybeFact domain(const Root& root)
 {
-    const MaybeFact kernel = root.fact("/proc/sys/kernel/domainname");
+    MaybeFact kernel = root.fact("/proc/sys/kernel/domainname");
     if (kernel && kernel->value != "(none)")
         return kernel;
     const Resolver resolver = readResolver(root);

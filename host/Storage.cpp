@@ -115,7 +115,7 @@ MaybeFact modelOf(const Root& root, const Disk& disk)
 // known.
 MaybeFact manufacturerOf(const Root& root, const Disk& disk, const MaybeFact& model, const PciNames& names)
 {
-    const MaybeFact vendor = root.fact(disk.folder + "/device/vendor");
+    MaybeFact vendor = root.fact(disk.folder + "/device/vendor");
     const bool isName = vendor && vendor->value != "ATA" && !vendor->value.starts_with("0x");
     if (isName)
         return vendor;

@@ -7,7 +7,7 @@
 namespace host
 {
 static constexpr std::string_view kLocalTime = "/etc/localtime";
-static constexpr size_t kFileLimit = 1024 * 1024;
+static constexpr size_t kFileLimit = size_t{1024} * 1024;
 static constexpr int64_t kFirstSecond = -62135596800; // 0001-01-01 00:00:00
 static constexpr int64_t kLastSecond = 253370764799;  // 9998-12-31 23:59:59
 

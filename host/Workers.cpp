@@ -87,7 +87,7 @@ void killProcess(pid_t process)
 int millisecondsUntil(Deadline deadline)
 {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
-    return static_cast<int>(std::clamp<decltype(left)>(left, 0, 3600 * 1000));
+    return static_cast<int>(std::clamp<decltype(left)>(left, 0, 3'600'000));
 }
 } // namespace
 

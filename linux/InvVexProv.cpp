@@ -32,11 +32,21 @@ struct Collector {
 };
 
 template <class Group>
+VexGroup* create()
+{
+    return new Group;
+}
+
+template <class Group>
+void destroy(VexGroup* group)
+{
+    delete static_cast<Group*>(group);
+}
+
+template <class Group>
 constexpr Collector entryOf()
 {
-    return {.group = nullptr,
-            .create = []() -> VexGroup* { return new Group; },
-            .destroy = [](VexGroup* group) { delete static_cast<Group*>(group); }};
+    return {.group = nullptr, .create = create<Group>, .destroy = destroy<Group>};
 }
 
 // Every collector, in the order of the report. Listed here and not in the catalog, which also describes groups that

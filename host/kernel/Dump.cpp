@@ -10,8 +10,8 @@
 
 namespace host
 {
-static constexpr size_t kBufferSize = 64 * 1024; // the kernel fills as much of it as it can
-static constexpr size_t kMostBytes = 64 * 1024 * 1024;
+static constexpr size_t kBufferSize = size_t{64} * 1024; // the kernel fills as much of it as it can
+static constexpr size_t kMostBytes = size_t{64} * 1024 * 1024;
 static constexpr size_t kMostMessages = 65536;
 static constexpr int kMostTries = 5;
 static constexpr time_t kMostSeconds = 2; // without an answer

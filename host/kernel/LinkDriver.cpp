@@ -38,7 +38,7 @@ static void addText(nlohmann::json& object, const char* name, const char (&field
 // The masks behind the settings have a length that the kernel tells first, as a negative number of words.
 static std::optional<uint8_t> askPort(int socket, const std::string& link)
 {
-    constexpr size_t kMostWords = 3 * INT8_MAX;
+    constexpr size_t kMostWords = size_t{3} * INT8_MAX;
     std::vector<ethtool_link_settings> request(2 + kMostWords * sizeof(uint32_t) / sizeof(ethtool_link_settings));
     ethtool_link_settings& settings = request.front();
     settings.cmd = ETHTOOL_GLINKSETTINGS;
