@@ -15,7 +15,7 @@ struct ProgramResult {
     bool timedOut = false;
     std::chrono::milliseconds took{};
     std::chrono::milliseconds cpu{}; // of it and of all that it waited for
-    long peakKiB = 0; // of its largest process that was waited for
+    long peakKiB = 0;                // of its largest process that was waited for
     std::string output;
     std::string errors;
 
