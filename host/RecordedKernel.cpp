@@ -75,6 +75,10 @@ Answer<EntryKind> RecordedErrors::kind(const RootFolder& folder, std::string_vie
 bool readKernelRecording(const std::string& folder, KernelRecording& recording, std::string& reason)
 {
     const RootFolder root(folder);
+    if (!root.isOpen()) {
+        reason = folder + ": " + strerror(errno);
+        return false;
+    }
     const Answer<std::string> file = root.read(kKernelFile, kKernelFileLimit);
     const std::string name = folder + std::string(kKernelFile) + ": ";
     if (file.error == ENOENT)

@@ -43,6 +43,13 @@ static RootWatcher& unwatched()
 Root::Root(const std::string& folder, Notes& notes, RootWatcher* watcher)
     : folder_(folder), notes_(notes), watcher_(watcher != nullptr ? *watcher : unwatched())
 {
+    if (isOpen())
+        return;
+    const int error = errno;
+    if (error == EACCES || error == EPERM)
+        notes_.refused(folder, error);
+    else
+        notes_.failed(folder, error);
 }
 
 // True when there is a value; else says why there is none, where that is worth a note.

@@ -118,7 +118,7 @@ std::vector<std::string> FaultyScan::arguments() const
     return words;
 }
 
-std::vector<CallFault> FaultyScan::plan() const
+std::vector<CallFault> FaultyScan::plan()
 {
     CallCounter counter;
     std::vector<CallFault> faults;
@@ -140,8 +140,25 @@ std::vector<CallFault> FaultyScan::plan() const
         return Verdict();
     });
     Program program(arguments());
-    watch.run(program);
+    whole_ = watch.run(program).report()["groups"];
     return faults;
+}
+
+// Errors that are never an answer: what they cost has a reason in the group's status.
+static bool mustBeTold(const std::string& error)
+{
+    return error == "EACCES" || error == "EMFILE" || error == "ENOMEM" || error == "EINTR";
+}
+
+// What the report of a copy has lost or changed without a reason.
+static std::string untoldChange(const json& whole, const json& groups, const std::string& element)
+{
+    const json before = whole.value(element, json());
+    const json after = groups.value(element, json());
+    const json& status = groups["ScanStatus"][0];
+    if (before == after || !status.value("Reason", "").empty())
+        return "";
+    return "no reason for " + json::diff(before, after).dump();
 }
 
 std::string FaultyScan::complaintOf(const ProgramResult& result, const CallFault& fault) const
@@ -163,8 +180,13 @@ std::string FaultyScan::complaintOf(const ProgramResult& result, const CallFault
     if (!report.is_object())
         return "no report: " + result.output.substr(0, 200);
     const json status = report["groups"].value("ScanStatus", json::array());
-    const bool hasGroup = status.size() == 1 && status[0].value("Group", "") == group_;
-    return hasGroup ? "" : "no status of the group: " + status.dump();
+    if (status.size() != 1 || status[0].value("Group", "") != group_)
+        return "no status of the group: " + status.dump();
+    if (root_.empty() || !mustBeTold(fault.error))
+        return "";
+    std::string element = group_;
+    std::erase(element, ' ');
+    return untoldChange(whole_, report["groups"], element);
 }
 
 std::string FaultyScan::attempt(const CallFault& fault) const

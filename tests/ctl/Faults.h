@@ -24,7 +24,7 @@ public:
     FaultyScan(std::string root, std::string group) : root_(std::move(root)), group_(std::move(group)) {}
 
     /// Every fault that is plausible for a call that a scan makes.
-    std::vector<CallFault> plan() const;
+    std::vector<CallFault> plan();
 
     /// Scans with one fault. What is wrong with how it ended or with what it wrote; empty when nothing is: it ended by
     /// itself and in time, with a whole report that has the group's status, or, where the program's own calls failed,
@@ -37,6 +37,7 @@ private:
 
     std::string root_;
     std::string group_;
+    nlohmann::json whole_; // the groups of the scan without a fault
 };
 
 /// The catalog names of the groups that a scan of this root gives a status of.

@@ -14,7 +14,7 @@ void trySome(const std::string& root, const std::vector<std::string>& groups, si
     if (!CallWatch::isPossible())
         GTEST_SKIP() << "no process can be watched here (seccomp)";
     for (const std::string& group : groups) {
-        const FaultyScan scan(root, group);
+        FaultyScan scan(root, group);
         const std::vector<CallFault> faults = scan.plan();
         ASSERT_GT(faults.size(), 50u) << group;
         for (size_t i = 0; i < faults.size(); i += every)
@@ -42,7 +42,7 @@ TEST(Faults, areMadeWhereTheyArePlanned)
         GTEST_SKIP() << "no process can be watched here (seccomp)";
     const Tree tree;
     addSmallMachine(tree);
-    const FaultyScan scan(tree.folder(), "Memory");
+    FaultyScan scan(tree.folder(), "Memory");
     const std::vector<CallFault> faults = scan.plan();
     const auto opensRoot = std::find_if(faults.begin(), faults.end(),
                                         [](const CallFault& fault) { return fault.process == 0 && fault.call == 0; });

@@ -17,7 +17,7 @@ struct Tally {
 
 void tryGroup(const std::string& root, const std::string& group, size_t every, Tally& tally)
 {
-    const FaultyScan scan(root, group);
+    FaultyScan scan(root, group);
     const std::vector<CallFault> faults = scan.plan();
     for (size_t i = 0; i < faults.size(); i += every) {
         ++tally.runs;

@@ -161,6 +161,8 @@ TEST(RecordedErrors, aFileThatIsNoRecordingIsTold)
     Tree tree;
     KernelRecording recording;
     std::string reason;
+    EXPECT_FALSE(readKernelRecording(tree.at("/none"), recording, reason));
+    EXPECT_EQ(reason, tree.at("/none") + ": No such file or directory");
     EXPECT_TRUE(readKernelRecording(tree.folder(), recording, reason)); // none at all is well
     EXPECT_TRUE(recording.answers.empty());
     tree.file("/invhw-kernel.json", "{");
