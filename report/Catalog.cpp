@@ -1,5 +1,6 @@
 #include "report/Catalog.h"
 
+#include <algorithm>
 #include <unordered_map>
 
 #include "com/VexUtil.h"
@@ -96,6 +97,11 @@ Attribute makeAttribute(const AttributeDef& row, const vexGroupDef* originalGrou
     return attribute;
 }
 
+bool isAmong(uint32_t id, std::span<const uint32_t> ids)
+{
+    return std::find(ids.begin(), ids.end(), id) != ids.end();
+}
+
 Group makeGroup(const GroupDef& row, size_t position)
 {
     Group group;
@@ -110,10 +116,13 @@ Group makeGroup(const GroupDef& row, size_t position)
         group.keys.assign(original->keys, original->keys + original->numKeys);
     group.pairing = row.pairing;
     group.source = row.source;
-    for (const AttributeDef& attribute : row.attributes) {
-        group.attributes.push_back(makeAttribute(attribute, original, group.attributes.size()));
-        for (const uint32_t key : group.keys)
-            group.attributes.back().isKey = group.attributes.back().isKey || key == attribute.id;
+    const std::span<const uint32_t> firstKeys(original != nullptr ? original->keys : nullptr,
+                                              original != nullptr ? original->numKeys : 0);
+    for (const AttributeDef& def : row.attributes) {
+        Attribute attribute = makeAttribute(def, original, group.attributes.size());
+        attribute.isKey = isAmong(def.id, group.keys);
+        attribute.isFirstKey = isAmong(def.id, firstKeys);
+        group.attributes.push_back(std::move(attribute));
     }
     return group;
 }

@@ -82,6 +82,7 @@ struct Attribute {
     bool isIdentifyingIfHostOrUser = false;
     bool isYesNo = false;
     bool isKey = false;
+    bool isFirstKey = false; // a key of the group's version 1, which invhw reports
     std::string_view source;
 };
 

@@ -19,6 +19,14 @@ const Value* Row::find(std::string_view element) const
     return found != values.end() ? &*found : nullptr;
 }
 
+bool isKey(const GroupRows& group, const Value& value)
+{
+    if (value.attribute == nullptr || group.group == nullptr)
+        return value.markedKey;
+    const bool isFirst = group.version == 1 && group.group->id < FIRST_ADDED_GROUP_ID;
+    return isFirst ? value.attribute->isFirstKey : value.attribute->isKey;
+}
+
 const GroupRows* Report::find(uint32_t groupId) const
 {
     const auto found = std::find_if(groups.begin(), groups.end(), [groupId](const GroupRows& group) {

@@ -31,10 +31,9 @@ struct Value {
     std::string element;                  // the element's name when the catalog does not know it
     Content content;
     std::string source;     // the file or call that it came from; empty where the report does not say
-    bool markedKey = false; // the report marks it as a key; of known attributes the catalog says so
+    bool markedKey = false; // the report marks it as a key, which of known attributes the catalog says (isKey)
 
     std::string_view name() const { return attribute != nullptr ? std::string_view(attribute->element) : element; }
-    bool isKey() const { return attribute != nullptr ? attribute->isKey : markedKey; }
 };
 
 /// One row of a group, its values in report order.
@@ -55,6 +54,9 @@ struct GroupRows {
 
     std::string_view name() const { return group != nullptr ? std::string_view(group->element) : element; }
 };
+
+/// Whether a value is one of its row's keys: of the group's version, since version 1 has keys of its own.
+bool isKey(const GroupRows& group, const Value& value);
 
 /// A whole report.
 struct Report {

@@ -41,7 +41,7 @@ public:
     void end() override;
 
 private:
-    void value(const Value& value);
+    void value(const GroupRows& group, const Value& value);
 
     std::ostream& out_;
     bool sources_;

@@ -32,10 +32,10 @@ void XmlWriter::begin(const Header&)
     out_ << "\n<serviceDataList>";
 }
 
-void XmlWriter::value(const Value& value)
+void XmlWriter::value(const GroupRows& group, const Value& value)
 {
     out_ << "\n\t\t\t\t<" << value.name();
-    if (value.isKey())
+    if (isKey(group, value))
         out_ << " IsKey=\"1\"";
     if (sources_ && !value.source.empty()) {
         out_ << " Source=\"";
@@ -53,7 +53,7 @@ void XmlWriter::row(const GroupRows& group, const Row& row)
     out_ << "\n\n\t<serviceData>\n\t\t<name>" << name << "</name>\n\t\t<value>\n\t\t\t<" << name << " version=\""
          << group.version << "\">";
     for (const Value& rowValue : row.values)
-        value(rowValue);
+        value(group, rowValue);
     out_ << "\n\t\t\t</" << name << ">\n\t\t</value>\n\t</serviceData>";
 }
 

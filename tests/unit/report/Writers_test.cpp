@@ -1,8 +1,5 @@
-#include <gtest/gtest.h>
-#include <sstream>
-
-#include "report/Writer.h"
 #include "report/catalog/AttributeIds.h"
+#include "tests/unit/report/Forms.h"
 
 using namespace report;
 
@@ -22,22 +19,6 @@ GroupRows groupOf(uint32_t id, std::vector<Row> rows)
 {
     const Group* group = findGroup(id);
     return {group, {}, group->version, std::move(rows)};
-}
-
-std::string xmlOf(const Report& report, bool sources = false)
-{
-    std::ostringstream out;
-    XmlWriter writer(out, sources);
-    write(report, writer);
-    return out.str();
-}
-
-std::string jsonOf(const Report& report, bool sources = false)
-{
-    std::ostringstream out;
-    JsonWriter writer(out, sources);
-    write(report, writer);
-    return out.str();
 }
 
 Report sample()
