@@ -466,12 +466,7 @@ ReadResult readInTwoPasses(Input& input, ReportSink& sink, ReadProblem& problem)
 ReadResult readJson(Input& input, ReportSink& sink, ReadProblem& problem)
 {
     JsonParse parse(input, sink, problem);
-    ReadResult result = parse.run();
-    if (parse.needsHeader())
-        result = readInTwoPasses(input, sink, problem);
-    if (input.error() == 0)
-        return result;
-    problem.message = strerror(input.error());
-    return ReadResult::UNREADABLE;
+    const ReadResult result = parse.run();
+    return parse.needsHeader() ? readInTwoPasses(input, sink, problem) : result;
 }
 } // namespace report

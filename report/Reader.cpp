@@ -1,6 +1,7 @@
 #include "report/Reader.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <functional>
 #include <memory>
@@ -32,6 +33,18 @@ ReadResult readInput(Input& input, ReportSink& sink, ReadProblem& problem)
     return ReadResult::MALFORMED;
 }
 
+// A file that cannot be read on ends like one that was cut off: what the system said counts more.
+ReadResult readFile(Input& input, ReportSink& sink, ReadProblem& problem)
+{
+    problem = {};
+    const ReadResult result = readInput(input, sink, problem);
+    if (input.error() == 0)
+        return result;
+    problem = {};
+    problem.message = strerror(input.error());
+    return ReadResult::UNREADABLE;
+}
+
 ReadResult fillReport(Report& report, const std::function<ReadResult(ReportSink&)>& read)
 {
     Report filled;
@@ -42,18 +55,34 @@ ReadResult fillReport(Report& report, const std::function<ReadResult(ReportSink&
 }
 } // namespace
 
+ReportFile::ReportFile() = default;
+ReportFile::~ReportFile() = default;
+
+bool ReportFile::open(const std::string& path, ReadProblem& problem)
+{
+    problem = {};
+    input_ = Input::open(path, problem.message);
+    if (input_ == nullptr || input_->keep())
+        return input_ != nullptr;
+    problem.message = strerror(input_->error() != 0 ? input_->error() : errno);
+    return false;
+}
+
+ReadResult ReportFile::read(ReportSink& sink, ReadProblem& problem)
+{
+    if (!input_->rewind()) {
+        problem = {};
+        problem.message = strerror(errno);
+        return ReadResult::UNREADABLE;
+    }
+    return readFile(*input_, sink, problem);
+}
+
 ReadResult readReport(const std::string& path, ReportSink& sink, ReadProblem& problem)
 {
     problem = {};
     const std::unique_ptr<Input> input = Input::open(path, problem.message);
-    if (input == nullptr)
-        return ReadResult::UNREADABLE;
-    const ReadResult result = readInput(*input, sink, problem);
-    if (input->error() == 0)
-        return result;
-    problem = {};
-    problem.message = strerror(input->error());
-    return ReadResult::UNREADABLE;
+    return input != nullptr ? readFile(*input, sink, problem) : ReadResult::UNREADABLE;
 }
 
 ReadResult readReport(const std::string& path, Report& report, ReadProblem& problem)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -71,6 +72,23 @@ struct ReadProblem {
 /// Reads a report from a file, or from standard input ("-").
 ReadResult readReport(const std::string& path, ReportSink& sink, ReadProblem& problem);
 ReadResult readReport(const std::string& path, Report& report, ReadProblem& problem);
+
+class Input;
+
+/// A report file that is read more than once.
+class ReportFile
+{
+public:
+    ReportFile();
+    ~ReportFile();
+    /// What is no file, as standard input may be, is copied into a temporary one. False when it cannot be opened.
+    bool open(const std::string& path, ReadProblem& problem);
+    /// Reads it from its first byte.
+    ReadResult read(ReportSink& sink, ReadProblem& problem);
+
+private:
+    std::unique_ptr<Input> input_;
+};
 
 /// The same of a text in memory.
 ReadResult readReportText(std::string_view text, ReportSink& sink, ReadProblem& problem);

@@ -60,6 +60,15 @@ std::string rfc3339(const DateTime& t)
     return result + text;
 }
 
+std::unique_ptr<Writer> makeWriter(std::string_view form, std::ostream& out, bool sources)
+{
+    if (form == "xml")
+        return std::make_unique<XmlWriter>(out, sources);
+    if (form == "json")
+        return std::make_unique<JsonWriter>(out, sources);
+    return nullptr;
+}
+
 Header headerOf(const Report& report)
 {
     Header header{report.program, report.date, {}};

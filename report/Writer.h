@@ -1,8 +1,10 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <ostream>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -61,6 +63,9 @@ private:
     bool sources_;
     std::string group_; // the element of the open group, empty before the first
 };
+
+/// A writer of the form that a user names, "xml" or "json"; null for another word.
+std::unique_ptr<Writer> makeWriter(std::string_view form, std::ostream& out, bool sources);
 
 /// What a report's first lines say of it: its groups that have rows.
 Header headerOf(const Report& report);

@@ -282,7 +282,6 @@ ReadResult XmlParse::run()
 
 ReadResult readXml(Input& input, ReportSink& sink, ReadProblem& problem)
 {
-    const ReadResult result = XmlParse(input, sink, problem).run();
-    return input.error() != 0 ? ReadResult::UNREADABLE : result;
+    return XmlParse(input, sink, problem).run();
 }
 } // namespace report

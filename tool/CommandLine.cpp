@@ -10,7 +10,7 @@ namespace tool
 {
 namespace
 {
-constexpr const CommandDef* kCommands[] = {&SCAN_COMMAND, &RECORD_COMMAND};
+constexpr const CommandDef* kCommands[] = {&SCAN_COMMAND, &RECORD_COMMAND, &CONVERT_COMMAND};
 
 const CommandDef* findCommand(std::string_view name)
 {
@@ -47,10 +47,8 @@ int runCommand(const CommandDef& command, std::span<const char* const> words)
     }
     Arguments arguments;
     std::string reason;
-    if (!parse(command, words, arguments, reason)) {
-        complain(std::string(command.name) + ": " + reason);
-        return EXIT_TROUBLE;
-    }
+    if (!parse(command, words, arguments, reason))
+        return fail(command.name, reason);
     return command.run(arguments);
 }
 } // namespace
@@ -91,6 +89,12 @@ int run(std::span<const char* const> words)
     else
         return command != nullptr ? runCommand(*command, words.subspan(1)) : unknownCommand(first);
     return EXIT_OK;
+}
+
+int fail(const char* command, std::string_view reason)
+{
+    complain(std::string(command) + ": " + std::string(reason));
+    return EXIT_TROUBLE;
 }
 
 void complain(std::string_view message)

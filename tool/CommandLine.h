@@ -77,6 +77,9 @@ void printHelp(std::ostream& out, const CommandDef& command);
 /// One line to standard error, behind the program's name.
 void complain(std::string_view message);
 
+/// The same of a subcommand that cannot do its work, whose exit status it returns.
+int fail(const char* command, std::string_view reason);
+
 /// The word of a list that is most like the given one, empty when none is like it.
 std::string nearest(std::string_view word, std::span<const std::string> words);
 

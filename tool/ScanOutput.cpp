@@ -1,7 +1,6 @@
 #include "tool/ScanOutput.h"
 
 #include <charconv>
-#include <memory>
 
 #include "report/Writer.h"
 #include "tool/OutputFile.h"
@@ -11,19 +10,9 @@ namespace tool
 {
 static void writeReport(const report::Report& report, const Arguments& arguments, std::ostream& out)
 {
-    const bool sources = arguments.has("--sources");
-    std::unique_ptr<report::Writer> writer;
-    if (arguments.value("--format", scanoption::kFormats[0]) == "json")
-        writer = std::make_unique<report::JsonWriter>(out, sources);
-    else
-        writer = std::make_unique<report::XmlWriter>(out, sources);
+    const std::string form = arguments.value("--format", scanoption::kFormats[0]);
+    const auto writer = report::makeWriter(form, out, arguments.has("--sources"));
     report::write(report, *writer);
-}
-
-int fail(const char* command, const std::string& reason)
-{
-    complain(std::string(command) + ": " + reason);
-    return EXIT_TROUBLE;
 }
 
 bool readDeadline(const Arguments& arguments, double& seconds, std::string& reason)

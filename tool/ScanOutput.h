@@ -24,9 +24,6 @@ inline constexpr OptionDef kSources = {"--sources", nullptr, nullptr,
                                        "say of every value which file or call it came from"};
 } // namespace scanoption
 
-/// One line to standard error, behind the subcommand's name; returns the exit status of trouble.
-int fail(const char* command, const std::string& reason);
-
 /// The values of --deadline (seconds as they are without it) and --group. Returns false, with the reason, when they are
 /// none.
 bool readDeadline(const Arguments& arguments, double& seconds, std::string& reason);

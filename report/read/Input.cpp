@@ -2,27 +2,16 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <unistd.h>
+
+#include "report/TemporaryFile.h"
 
 namespace report
 {
 namespace
 {
-// A file without a name, gone with its descriptor; -1 with errno.
-int temporaryFile()
-{
-    const char* folder = getenv("TMPDIR");
-    std::string name = std::string(folder != nullptr && *folder != '\0' ? folder : "/tmp") + "/invhwctl.XXXXXX";
-    const int descriptor = mkostemp(name.data(), O_CLOEXEC);
-    if (descriptor != -1)
-        unlink(name.c_str());
-    return descriptor;
-}
-
 bool writeAll(int descriptor, std::string_view bytes)
 {
     while (!bytes.empty()) {
@@ -105,6 +94,11 @@ bool Input::copyToFile()
     descriptor_ = copy;
     isOwned_ = true;
     return isCopied && error_ == 0;
+}
+
+bool Input::keep()
+{
+    return descriptor_ == -1 || lseek(descriptor_, 0, SEEK_CUR) != -1 || (copyToFile() && rewind());
 }
 
 bool Input::rewind()

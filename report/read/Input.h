@@ -33,6 +33,9 @@ public:
     /// it was skipped. False, with errno, when it cannot be done.
     bool rewind();
 
+    /// Makes sure that rewind() works however many bytes are skipped before. False, with errno, when it cannot.
+    bool keep();
+
     /// The error number of a read that failed; the input then ends there. 0 when none did.
     int error() const { return error_; }
 
