@@ -111,9 +111,10 @@ void serve(Workers& workers, std::vector<Task>& tasks, Deadline deadline, const 
     workers.serve(deadline, onBytes, onEnd, kProgressMilliseconds, onTick);
 }
 
-// All at once.
+// All at once. The catalog is made before: once, for all of them to share.
 void runTasks(const MachineSource& source, std::vector<Task>& tasks, Deadline deadline, const ScanOptions& options)
 {
+    report::catalog();
     Workers workers;
     for (Task& task : tasks) {
         task.start = Clock::now();

@@ -63,6 +63,9 @@ void PciNames::wantClass(uint32_t classId)
 
 bool PciNames::isWanted(std::string_view line)
 {
+    // Nearly all of the tens of thousands of lines: devices of other vendors, subsystems.
+    if (line.starts_with('\t') && (!inWanted_ || line.starts_with("\t\t")))
+        return false;
     const NameLine parsed = parseLine(line);
     if (!parsed.number || parsed.depth > 1)
         return false;

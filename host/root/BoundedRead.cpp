@@ -65,23 +65,28 @@ public:
     {
         while (!piece.empty()) {
             const size_t end = piece.find('\n');
-            append(piece.substr(0, end));
+            const std::string_view text = piece.substr(0, end);
             if (end == std::string_view::npos)
-                return;
-            finishLine();
+                return append(text);
+            if (line_.empty() && !isTooLong_) {
+                take(text); // whole in this piece, as nearly all are: nothing is copied
+            } else {
+                append(text);
+                finishLine();
+            }
             piece.remove_prefix(end + 1);
         }
     }
     void finishLine()
     {
-        if (!isTooLong_ && isWanted_(line_))
-            keep();
+        if (!isTooLong_)
+            take(line_);
         line_.clear();
         isTooLong_ = false;
     }
     bool hasLine() const { return !line_.empty(); }
     bool isFull() const { return isFull_; }
-    std::vector<std::string> take() { return std::move(chosen_); }
+    std::vector<std::string> chosen() { return std::move(chosen_); }
 
 private:
     void append(std::string_view text)
@@ -90,13 +95,15 @@ private:
         if (!isTooLong_)
             line_ += text;
     }
-    void keep()
+    void take(std::string_view line)
     {
-        isFull_ = isFull_ || chosenBytes_ + line_.size() > limits_.chosen;
+        if (line.size() > limits_.line || !isWanted_(line))
+            return;
+        isFull_ = isFull_ || chosenBytes_ + line.size() > limits_.chosen;
         if (isFull_)
             return;
-        chosenBytes_ += line_.size() + sizeof line_;
-        chosen_.push_back(line_);
+        chosenBytes_ += line.size() + sizeof line_;
+        chosen_.emplace_back(line);
     }
 
     const LineChoice& isWanted_;
@@ -124,6 +131,6 @@ Answer<std::vector<std::string>> chooseLines(int file, const LineChoice& isWante
     if (chooser.hasLine() && got == 0)
         chooser.finishLine();
     const bool isCut = chooser.isFull() || got > 0;
-    return {0, chooser.take(), isCut};
+    return {0, chooser.chosen(), isCut};
 }
 } // namespace host

@@ -10,17 +10,12 @@ The commands take turns, so that a change of the machine's speed meets all of th
 
 import os
 import shutil
-import statistics
 import subprocess
 import sys
 import tempfile
 
 import machines
-
-ROUNDS = 9
-
-# The columns of what measure prints, and the one that is added to them.
-WALL, CPU, OWN, PEAK, CHILDREN = 0, 1, 2, 3, -1
+from runs import CHILDREN, CPU, OWN, PEAK, ROUNDS, WALL, Run, cell, line, run_in_turn
 
 PEERS = {
     "lshw -xml": ["lshw", "-xml"],
@@ -40,53 +35,10 @@ FAKE_MACHINE = BUILD + "/lib/libfakemachine.so"
 RECORDS = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "machines")
 
 
-def forks_since_boot():
-    with open("/proc/stat", encoding="ascii") as stat:
-        for line in stat:
-            if line.startswith("processes "):
-                return int(line.split()[1])
-    return 0
-
-
-class Run:
-    """A command, the folder that it runs in, and the figures of its rounds."""
-
-    def __init__(self, words, folder, environment=None):
-        self.words = words
-        self.folder = folder
-        self.environment = environment
-        self.figures = []
-        self.fails = False
-
-    def once(self, counts):
-        forks = forks_since_boot()
-        result = subprocess.run(
-            [MEASURE, self.folder, *self.words], env=self.environment, capture_output=True, text=True, check=False
-        )
-        if result.returncode != 0:
-            self.fails = True
-        elif counts:
-            children = max(0, forks_since_boot() - forks - 2)  # less the command and the one that measures it
-            self.figures.append([float(figure) for figure in result.stdout.split()] + [children])
-
-    def median(self, column):
-        return statistics.median(figures[column] for figures in self.figures)
-
-    def least(self, column):
-        return min(figures[column] for figures in self.figures)
-
-
-def run_in_turn(runs):
-    for round_number in range(ROUNDS + 1):
-        for one in runs:
-            if not one.fails:
-                one.once(counts=round_number > 0)  # the first round warms the caches
-
-
 def scan_of(machine, folder):
     """A scan of a recorded machine, in an empty environment."""
     environment = {"FAKEMACHINE": machine, "FAKEMACHINE_PASS": BUILD, "MEASURE_PRELOAD": FAKE_MACHINE, "TZ": "UTC0"}
-    return Run([PROGRAM], folder, environment)
+    return Run(MEASURE, [PROGRAM], folder, environment)
 
 
 def commands_of_a_scan(folder):
@@ -101,19 +53,11 @@ def own_peak(folder):
     return int(result.stdout)
 
 
-def cell(value, decimals=1):
-    return "-" if value is None else f"{value:.{decimals}f}"
-
-
-def line(name, *cells):
-    print(f"{name:<30}" + "".join(f"{text:>11}" for text in cells))
-
-
 def this_machine(folder):
-    invhw = Run([PROGRAM], folder)
+    invhw = Run(MEASURE, [PROGRAM], folder)
     log = commands_of_a_scan(folder)
-    alone = Run(["--commands", log], folder)
-    peers = {name: Run(words, folder) for name, words in PEERS.items() if shutil.which(words[0])}
+    alone = Run(MEASURE, ["--commands", log], folder)
+    peers = {name: Run(MEASURE, words, folder) for name, words in PEERS.items() if shutil.which(words[0])}
     run_in_turn([invhw, alone, *peers.values()])
 
     print(f"this machine; medians of {ROUNDS} rounds in turn; ratios are the tool's to invhw's")
