@@ -22,12 +22,28 @@ struct MapperKind {
     const char* level;
 };
 constexpr MapperKind kMapperKinds[] = {
-    {"LVM-", "linear"}, {"CRYPT-", "crypt"}, {"mpath-", "multipath"}, {"DMRAID-", "raid"}, {"VDO-", "vdo"},
+    {"CRYPT-", "crypt"},
+    {"mpath-", "multipath"},
+    {"DMRAID-", "raid"},
+    {"VDO-", "vdo"},
 };
+constexpr std::string_view kLvmPrefix = "LVM-";
 
 bool isCrypt(const std::string& uuid)
 {
     return uuid.starts_with("CRYPT-");
+}
+
+// A logical volume on one device alone is a stretch of it. On several ones it may be striped as well, and on volumes
+// that LVM keeps for itself ("LVM-<ids>-tpool") it is a mirror, a pool's or a cache's: only device mapper knows.
+bool isLinear(const Root& root, const std::string& folder)
+{
+    constexpr size_t kOwnUuid = 4 + 64; // LVM's prefix, and the ids of group and volume
+    const std::vector<std::string> members = root.list(folder + "/slaves");
+    if (members.size() != 1)
+        return false;
+    const std::string uuid = root.line(kBlock + members.front() + "/dm/uuid").value_or("");
+    return !uuid.starts_with(kLvmPrefix) || uuid.size() <= kOwnUuid;
 }
 
 void addMapper(const Root& root, const std::string& folder, RowBuilder& row)
@@ -37,8 +53,11 @@ void addMapper(const Root& root, const std::string& folder, RowBuilder& row)
     row.text(LOGICAL_DRIVE_UUID, uuid);
     if (uuid) {
         row.yesNo(LOGICAL_DRIVE_ENCRYPTED, isCrypt(uuid->value), uuid->source);
-        if (uuid->value.starts_with("LVM-"))
+        if (uuid->value.starts_with(kLvmPrefix)) {
             row.number(LOGICAL_DRIVE_TYPE, kLogicalVolume, uuid->source);
+            if (isLinear(root, folder))
+                row.text(LOGICAL_DRIVE_LEVEL, "linear", folder + "/slaves");
+        }
         for (const MapperKind& kind : kMapperKinds)
             if (uuid->value.starts_with(kind.prefix))
                 row.text(LOGICAL_DRIVE_LEVEL, kind.level, uuid->source);

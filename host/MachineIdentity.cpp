@@ -4,6 +4,7 @@
 #include "host/Kernel.h"
 #include "host/Root.h"
 #include "host/firmware/FirmwareFacts.h"
+#include "host/system/SystemFiles.h"
 #include "host/system/Virtualization.h"
 #include "report/Identity.h"
 #include "report/catalog/AttributeIds.h"
@@ -36,7 +37,8 @@ void collectMachineIdentity(const Machine& machine, Collection& collection)
         facts.systemUuid = uuid->value;
     if (const MaybeFact serial = firmware.text(SMBIOS_SYSTEM, kSerialNumber, "product_serial"))
         facts.serialNumber = serial->value;
-    facts.machineId = machine.root.line("/etc/machine-id").value_or("");
+    if (const MaybeFact id = machineId(machine.root))
+        facts.machineId = id->value;
     facts.macAddresses = deviceAddresses(machine);
     for (const report::Identity& identity : report::identitiesOf(facts)) {
         RowBuilder row(GROUP_MACHINE_IDENTITY);

@@ -67,6 +67,7 @@ bool isWireless(const Root& root, const std::string& folder)
     return root.exists(folder + "wireless") || root.exists(folder + "phy80211");
 }
 
+// Null where /sys, which tells devices from other links, shows nothing of the link.
 const char* kindOf(const Root& root, const Link& link)
 {
     const std::string folder = folderOf(link);
@@ -77,7 +78,9 @@ const char* kindOf(const Root& root, const Link& link)
             return kind.kind;
     if (!link.kind.empty())
         return "Virtual";
-    return root.exists(folder + "device") ? "Physical" : "Virtual";
+    if (root.exists(folder + "device"))
+        return "Physical";
+    return root.exists(folder.substr(0, folder.size() - 1)) ? "Virtual" : nullptr;
 }
 
 // Names from the device's ids: of PCI from pci.ids, of USB what the device says of itself.
@@ -187,8 +190,8 @@ RowBuilder linkRow(const Machine& machine, const Link& link, const AllLinks& all
     row.text(NETWORK_ADAPTER_PERMANENT_ADDRESS, permanent, kLinks);
     row.text(NETWORK_ADAPTER_CURRENT_ADDRESS, link.address, kLinks);
     row.number(NETWORK_ADAPTER_TYPE, typeCode(link), kLinks);
-    row.text(NETWORK_ADAPTER_KIND, kindOf(machine.root, link),
-             link.kind.empty() ? folderOf(link) : std::string(kLinks));
+    if (const char* kind = kindOf(machine.root, link))
+        row.text(NETWORK_ADAPTER_KIND, kind, link.kind.empty() ? folderOf(link) : std::string(kLinks));
     addDevice(machine.root, folderOf(link), all.deviceNames, row);
     addDriver(machine.kernel, link, row);
     if (!row.has(NETWORK_ADAPTER_MODEL))

@@ -1,6 +1,8 @@
 // Partition: a row a mount of a file system that holds files, and a row a swap area. All rows are handed over before
 // the first file system is asked for its size, because one of a server that is gone never answers.
 
+#include <algorithm>
+
 #include "com/VexEnumValues.h"
 #include "host/Collectors.h"
 #include "host/Root.h"
@@ -31,26 +33,45 @@ class Devices
 {
 public:
     explicit Devices(const Machine& machine) : machine_(machine) {}
-    const DeviceFacts& of(const std::string& number);
+    const DeviceFacts& of(const Mount& mount);
 
 private:
-    DeviceFacts read(const std::string& number) const;
+    std::string folderOf(const Mount& mount) const;
+    DeviceFacts read(const std::string& folder) const;
 
     const Machine& machine_;
-    std::map<std::string, DeviceFacts> known_;
+    std::map<std::pair<std::string, std::string>, DeviceFacts> known_; // by number and source
 };
 
-const DeviceFacts& Devices::of(const std::string& number)
+const DeviceFacts& Devices::of(const Mount& mount)
 {
-    const auto found = known_.find(number);
-    return found != known_.end() ? found->second : known_.emplace(number, read(number)).first->second;
+    const std::pair<std::string, std::string> key(mount.number, mount.source);
+    const auto found = known_.find(key);
+    return found != known_.end() ? found->second : known_.emplace(key, read(folderOf(mount))).first->second;
 }
 
-DeviceFacts Devices::read(const std::string& number) const
+// btrfs has numbers of its own, for it may stand on several devices: its source names one of them.
+std::string Devices::folderOf(const Mount& mount) const
+{
+    constexpr std::string_view kNodes = "/dev/", kMapper = "/dev/mapper/";
+    if (!mount.number.starts_with("0:") || !mount.source.starts_with(kNodes))
+        return "/sys/dev/block/" + mount.number;
+    if (!mount.source.starts_with(kMapper)) {
+        std::string name = mount.source.substr(kNodes.size());
+        std::replace(name.begin(), name.end(), '/', '!');
+        return "/sys/class/block/" + name;
+    }
+    for (const std::string& name : machine_.root.list("/sys/block"))
+        if (name.starts_with("dm-") &&
+            machine_.root.line("/sys/block/" + name + "/dm/name") == mount.source.substr(kMapper.size()))
+            return "/sys/block/" + name;
+    return {};
+}
+
+DeviceFacts Devices::read(const std::string& folder) const
 {
     DeviceFacts facts;
-    const std::string folder = "/sys/dev/block/" + number;
-    const std::optional<std::string> path = machine_.root.realPath(folder);
+    const std::optional<std::string> path = folder.empty() ? std::nullopt : machine_.root.realPath(folder);
     if (!path)
         return facts;
     facts.name = path->substr(path->rfind('/') + 1);
@@ -184,7 +205,7 @@ void collectPartition(const Machine& machine, Collection& collection)
     for (const Mount& mount : readMounts(machine.root)) {
         if (isPseudo(mount.type))
             continue;
-        rows.push_back(collection.add(mountRow(mount, devices.of(mount.number), rows.size() + 1)));
+        rows.push_back(collection.add(mountRow(mount, devices.of(mount), rows.size() + 1)));
         questions.push_back({mount.point, fileSystemType(mount.type).isRemote});
     }
     addSwaps(machine, rows.size(), collection);

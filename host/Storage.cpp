@@ -147,7 +147,7 @@ void addGeometry(const Disk& disk, RowBuilder& row)
 {
     constexpr uint32_t kYes = 0, kNo = 1, kUnsupported = 2;
     const std::string& source = disk.bus.identifyPath;
-    if (!disk.bus.identify) {
+    if (!disk.bus.identify || disk.bus.identify->isPacketDevice()) {
         row.number(STORAGE_SECURITY_ENABLED, kUnsupported, "");
         return;
     }

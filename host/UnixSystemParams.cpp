@@ -22,8 +22,11 @@ constexpr Target kTargets[] = {
     {"runlevel2.target", 2}, {"runlevel4.target", 4}, {"rescue.target", 1},     {"runlevel1.target", 1},
 };
 
+// Where systemd does not run, its default target tells nothing of the system.
 void addRunLevel(const Root& root, RowBuilder& row)
 {
+    if (!root.exists("/run/systemd/system"))
+        return;
     for (const char* path : {"/etc/systemd/system/default.target", "/usr/lib/systemd/system/default.target",
                              "/lib/systemd/system/default.target"}) {
         const std::optional<std::string> name = root.linkName(path);

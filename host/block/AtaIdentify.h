@@ -21,6 +21,9 @@ public:
     std::string firmwareRevision() const { return string(23, 4); }
     std::string model() const { return string(27, 20); }
 
+    /// Word 0: an optical drive or a tape, which takes SCSI commands in packets and has no geometry.
+    bool isPacketDevice() const { return (words_[0] & 0x8000) != 0; }
+
     uint16_t cylinders() const { return words_[1]; }
     uint16_t heads() const { return words_[3]; }
     uint16_t sectors() const { return words_[6]; }

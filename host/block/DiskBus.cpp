@@ -80,13 +80,26 @@ void readUsb(const Root& root, DiskBus& bus)
         return;
     }
 }
+
+// The device of a disk; of an NVMe disk that the kernel reaches through several controllers the first one of these.
+std::optional<std::string> deviceOf(const Root& root, const std::string& folder)
+{
+    std::optional<std::string> device = root.realPath(folder + "/device");
+    if (!device || !baseName(*device).starts_with("nvme-subsys"))
+        return device;
+    for (const std::string& name : root.list(*device))
+        if (numberBehind(name, "nvme"))
+            if (std::optional<std::string> controller = root.realPath(*device + '/' + name))
+                return controller;
+    return device;
+}
 } // namespace
 
 DiskBus readDiskBus(const Root& root, const std::string& folder)
 {
     DiskBus bus{};
     bus.transport = "Other";
-    const std::optional<std::string> device = root.realPath(folder + "/device");
+    const std::optional<std::string> device = deviceOf(root, folder);
     if (!device)
         return bus;
     bus.device = *device;

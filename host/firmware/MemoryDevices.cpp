@@ -1,5 +1,6 @@
 #include "host/firmware/MemoryDevices.h"
 
+#include <algorithm>
 #include <map>
 
 #include "report/Text.h"
@@ -134,17 +135,33 @@ std::map<uint16_t, uint64_t> shares(const StructureTable& table)
     return byHandle;
 }
 
+// A name of the standard as udev writes it: it explains two of them, and says when there is none.
+std::string standardName(std::string_view value)
+{
+    constexpr std::string_view kExplained[] = {" (Buffered)", " (Unregistered)"};
+    constexpr std::string_view kNothing[] = {"Unknown", "None", "<OUT OF SPEC>"};
+    for (const std::string_view explained : kExplained)
+        if (value.ends_with(explained))
+            value.remove_suffix(explained.size());
+    return std::find(std::begin(kNothing), std::end(kNothing), value) != std::end(kNothing) ? "" : std::string(value);
+}
+
 // udev's name of a device's property -> what it fills.
 void takeUdevValue(std::string_view name, std::string_view value, MemoryDevice& device)
 {
     static constexpr struct {
         std::string_view name;
         std::string MemoryDevice::*text;
+        bool isStandard = false; // a name of the standard, not the firmware's own text
     } kTexts[] = {
-        {"LOCATOR", &MemoryDevice::socket},         {"BANK_LOCATOR", &MemoryDevice::bank},
-        {"FORM_FACTOR", &MemoryDevice::formFactor}, {"TYPE", &MemoryDevice::type},
-        {"TYPE_DETAIL", &MemoryDevice::typeDetail}, {"MANUFACTURER", &MemoryDevice::manufacturer},
-        {"PART_NUMBER", &MemoryDevice::partNumber}, {"SERIAL_NUMBER", &MemoryDevice::serialNumber},
+        {"LOCATOR", &MemoryDevice::socket},
+        {"BANK_LOCATOR", &MemoryDevice::bank},
+        {"FORM_FACTOR", &MemoryDevice::formFactor, true},
+        {"TYPE", &MemoryDevice::type, true},
+        {"TYPE_DETAIL", &MemoryDevice::typeDetail, true},
+        {"MANUFACTURER", &MemoryDevice::manufacturer},
+        {"PART_NUMBER", &MemoryDevice::partNumber},
+        {"SERIAL_NUMBER", &MemoryDevice::serialNumber},
         {"ASSET_TAG", &MemoryDevice::assetTag},
     };
     static constexpr struct {
@@ -159,7 +176,7 @@ void takeUdevValue(std::string_view name, std::string_view value, MemoryDevice& 
     };
     for (const auto& text : kTexts)
         if (text.name == name)
-            device.*text.text = value;
+            device.*text.text = text.isStandard ? standardName(value) : std::string(value);
     for (const auto& number : kNumbers)
         if (number.name == name)
             device.*number.number = report::parseNumber(value);

@@ -54,6 +54,8 @@ TEST(AtaIdentify, tellsKindsApart)
     EXPECT_FALSE(parsed(76, 0).isSerial());
     EXPECT_FALSE(parsed(76, 0xFFFF).isSerial());
     EXPECT_TRUE(parsed(76, 2).isSerial());
+    EXPECT_TRUE(parsed(0, 0x85C0).isPacketDevice());
+    EXPECT_FALSE(parsed(0, 0x0040).isPacketDevice());
     EXPECT_FALSE(parsed(128, 0).hasSecurity());
     EXPECT_TRUE(parsed(128, 1).hasSecurity());
     EXPECT_FALSE(parsed(128, 1).isSecurityEnabled());

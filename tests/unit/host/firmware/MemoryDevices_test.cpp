@@ -192,3 +192,17 @@ TEST(MemoryDevices, comeFromUdevWhereTheTableIsClosed)
     EXPECT_EQ(devices[1].rank, std::nullopt);
     EXPECT_EQ(devices[2].sizeMB, std::nullopt) << "less than a megabyte is not nothing";
 }
+
+// A user's view has the same texts as root's.
+TEST(MemoryDevices, ofUdevAreNamedAsThoseOfTheTable)
+{
+    const auto device = [](const std::string& type, const std::string& detail) {
+        return memoryDevicesOfUdev("E:MEMORY_DEVICE_0_TYPE=" + type + "\nE:MEMORY_DEVICE_0_TYPE_DETAIL=" + detail +
+                                   "\nE:MEMORY_DEVICE_0_FORM_FACTOR=" + type)
+            .front();
+    };
+    EXPECT_EQ(device("DDR5", "Synchronous Unbuffered (Unregistered)").typeWithDetail(), "Synchronous Unbuffered DDR5");
+    EXPECT_EQ(device("DDR4", "Synchronous Registered (Buffered)").typeWithDetail(), "Synchronous Registered DDR4");
+    EXPECT_EQ(device("Unknown", "None").typeWithDetail(), "");
+    EXPECT_EQ(device("<OUT OF SPEC>", "None").formFactor, "");
+}
