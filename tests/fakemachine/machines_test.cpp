@@ -2,13 +2,12 @@
 // that were recorded with it, byte for byte. INVHW_RECORD=1 writes them anew instead; read them before you keep them.
 // Arguments are names of folders, for these machines alone.
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <sstream>
 
 #include "FakeMachine.h"
+#include "tests/Expectation.h"
 
 namespace fs = std::filesystem;
 
@@ -20,63 +19,6 @@ static std::vector<std::string> machineNames()
             names.push_back(entry.path().filename().string());
     std::sort(names.begin(), names.end());
     return names;
-}
-
-static std::vector<std::string> linesOf(const std::string& text)
-{
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    if (text.empty() || text.back() != '\n')
-        lines.push_back("\\ no newline at the end");
-    return lines;
-}
-
-// The first stretch in which two texts differ, with three lines around it.
-static std::string difference(const std::string& expected, const std::string& actual)
-{
-    constexpr size_t kContext = 3;
-    constexpr size_t kMaxShown = 40;
-    const std::vector<std::string> old = linesOf(expected);
-    const std::vector<std::string> now = linesOf(actual);
-    size_t same = 0;
-    while (same < old.size() && same < now.size() && old[same] == now[same])
-        ++same;
-    size_t oldEnd = old.size();
-    size_t nowEnd = now.size();
-    while (oldEnd > same && nowEnd > same && old[oldEnd - 1] == now[nowEnd - 1]) {
-        --oldEnd;
-        --nowEnd;
-    }
-    std::ostringstream out;
-    out << "@@ line " << same + 1 << ": " << oldEnd - same << " expected, " << nowEnd - same << " found @@\n";
-    for (size_t i = same - std::min(same, kContext); i < same; ++i)
-        out << "  " << old[i] << "\n";
-    for (size_t i = same; i < oldEnd && i < same + kMaxShown; ++i)
-        out << "- " << old[i] << "\n";
-    for (size_t i = same; i < nowEnd && i < same + kMaxShown; ++i)
-        out << "+ " << now[i] << "\n";
-    for (size_t i = oldEnd; i < old.size() && i < oldEnd + kContext; ++i)
-        out << "  " << old[i] << "\n";
-    return out.str();
-}
-
-static bool recording()
-{
-    const char* setting = getenv("INVHW_RECORD");
-    return setting != nullptr && *setting == '1';
-}
-
-static void compare(const std::string& file, const std::string& actual)
-{
-    if (recording()) {
-        writeTextFile(file, actual);
-        return;
-    }
-    ASSERT_TRUE(fs::exists(file)) << file << " is missing; run the test with INVHW_RECORD=1 to write it";
-    const std::string expected = readTextFile(file);
-    EXPECT_TRUE(expected == actual) << file << "\n" << difference(expected, actual);
 }
 
 static int scanCount(const std::string& folder)
@@ -100,13 +42,13 @@ TEST_P(RecordedMachine, givesTheRecordedReport)
     ASSERT_FALSE(result.timedOut);
     ASSERT_EQ(result.signal, 0) << result.errors;
     ASSERT_EQ(result.exitStatus, 0) << result.errors;
-    compare(folder + "/expected.xml", result.report);
-    compare(folder + "/expected.log", result.log);
+    expectContent(folder + "/expected.xml", result.report);
+    expectContent(folder + "/expected.log", result.log);
     if (fs::exists(folder + "/expected-files"))
         for (const fs::directory_entry& entry : fs::directory_iterator(folder + "/expected-files")) {
             const std::string name = entry.path().filename().string();
             EXPECT_EQ(result.files.count(name), 1u) << name << " was not written";
-            compare(entry.path().string(), result.files[name]);
+            expectContent(entry.path().string(), result.files[name]);
         }
 }
 
