@@ -1,10 +1,12 @@
 #include "host/LiveKernel.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <iterator>
 
 #include <nlohmann/json.hpp>
 
+#include "host/Notes.h"
 #include "host/kernel/Questions.h"
 #include "report/Utf8.h"
 
@@ -15,14 +17,33 @@ namespace
 struct Question {
     std::string_view name;
     nlohmann::json (*ask)(const std::string& argument);
+    const char* call = nullptr; // of a question that every machine answers
 };
 
 constexpr Question kQuestions[] = {
-    {"addresses", askAddresses},   {"birthTime", askBirthTime}, {"blockContent", askBlockContent},
-    {"clock", askClock},           {"cpuid", askCpuid},         {"fileSystemSize", askFileSystemSize},
-    {"linkDriver", askLinkDriver}, {"links", askLinks},         {"names", askNames},
-    {"pageSize", askPageSize},     {"routes", askRoutes},       {"userId", askUserId},
+    {"addresses", askAddresses, "RTM_GETADDR"},
+    {"birthTime", askBirthTime},
+    {"blockContent", askBlockContent},
+    {"clock", askClock},
+    {"cpuid", askCpuid},
+    {"fileSystemSize", askFileSystemSize, "statvfs"},
+    {"linkDriver", askLinkDriver},
+    {"links", askLinks, "RTM_GETLINK"},
+    {"names", askNames, "uname"},
+    {"pageSize", askPageSize},
+    {"routes", askRoutes, "RTM_GETROUTE"},
+    {"userId", askUserId},
 };
+
+// A folder on which something is mounted may be gone or covered: then it is nobody's trouble.
+void tellFailure(Notes& notes, const Question& question, std::string_view argument, int error)
+{
+    const std::string what = question.call + (argument.empty() ? "" : " " + std::string(argument));
+    if (error == EACCES || error == EPERM)
+        notes.refused(what, error);
+    else if (error != ENOENT)
+        notes.failed(what, error);
+}
 
 // Answers are lists of plain objects at most.
 void makeTextsValid(nlohmann::json& value)
@@ -42,6 +63,8 @@ nlohmann::json LiveKernel::answer(std::string_view question, std::string_view ar
     if (found == std::end(kQuestions))
         return nullptr;
     nlohmann::json answer = found->ask(std::string(argument));
+    if (answer.is_null() && found->call != nullptr && notes_ != nullptr)
+        tellFailure(*notes_, *found, argument, errno);
     makeTextsValid(answer);
     return answer;
 }

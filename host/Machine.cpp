@@ -21,7 +21,8 @@ class LiveMachine : public OpenMachine
 {
 public:
     LiveMachine(const std::string& folder, Notes& notes, Deadline deadline)
-        : root_(folder, notes), zone_(readZone(folder, nullptr)), machine_{root_, kernel_, zone_, deadline}
+        : root_(folder, notes), kernel_(&notes),
+          zone_(readZone(folder, nullptr)), machine_{root_, kernel_, zone_, deadline}
     {
     }
     const Machine& machine() const override { return machine_; }

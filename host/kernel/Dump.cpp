@@ -123,8 +123,11 @@ bool Dump::takeAll(const nlmsghdr* message, int size, uint32_t sequence)
         if (message->nlmsg_seq != sequence)
             continue;
         hasChanged_ = hasChanged_ || (message->nlmsg_flags & NLM_F_DUMP_INTR) != 0;
-        if (message->nlmsg_type == NLMSG_ERROR)
+        if (message->nlmsg_type == NLMSG_ERROR) {
+            const nlmsgerr* error = headerOf<nlmsgerr>(*message);
+            errno = error != nullptr && error->error < 0 ? -error->error : EIO;
             return false;
+        }
         isDone_ = message->nlmsg_type == NLMSG_DONE || ++messages_ > kMostMessages;
         if (!isDone_ && message->nlmsg_type >= NLMSG_MIN_TYPE)
             take_(*message);
@@ -142,6 +145,8 @@ DumpEnd Dump::run(uint16_t question, uint32_t sequence)
         const ssize_t got = peer_.receive(buffer.get(), kBufferSize);
         if (got < 0 && errno == EINTR)
             continue;
+        if (got == 0)
+            errno = EIO;
         if (got <= 0)
             return DumpEnd::Failed;
         bytes += static_cast<size_t>(got);
@@ -171,18 +176,20 @@ private:
 };
 } // namespace
 
-void dump(NetlinkPeer& peer, uint16_t question, const std::function<void()>& restart, const TakeMessage& take)
+bool dump(NetlinkPeer& peer, uint16_t question, const std::function<void()>& restart, const TakeMessage& take)
 {
     for (uint32_t sequence = 1; sequence <= kMostTries; ++sequence) {
         restart();
-        if (Dump(peer, take).run(question, sequence) != DumpEnd::Changed)
-            return;
+        const DumpEnd end = Dump(peer, take).run(question, sequence);
+        if (end != DumpEnd::Changed)
+            return end == DumpEnd::Whole;
     }
+    return true;
 }
 
-void dump(uint16_t question, const std::function<void()>& restart, const TakeMessage& take)
+bool dump(uint16_t question, const std::function<void()>& restart, const TakeMessage& take)
 {
     LivePeer kernel;
-    dump(kernel, question, restart, take);
+    return dump(kernel, question, restart, take);
 }
 } // namespace host

@@ -49,10 +49,11 @@ using TakeMessage = std::function<void(const nlmsghdr&)>;
 
 /// Asks for all links, addresses or routes (RTM_GET...), and again when they changed meanwhile. restart is called
 /// before each time, take with every message. Bounded in bytes, messages and times.
-void dump(NetlinkPeer& peer, uint16_t question, const std::function<void()>& restart, const TakeMessage& take);
+/// Returns false, with errno, when the kernel did not answer to the end.
+bool dump(NetlinkPeer& peer, uint16_t question, const std::function<void()>& restart, const TakeMessage& take);
 
 /// The same of the live kernel, which is not waited for longer than two seconds.
-void dump(uint16_t question, const std::function<void()>& restart, const TakeMessage& take);
+bool dump(uint16_t question, const std::function<void()>& restart, const TakeMessage& take);
 
 /// The header behind a message's own, null when the message is too short for it.
 template <class Header>

@@ -17,12 +17,13 @@ namespace host
 static constexpr const char* kOperationalStates[] = {"unknown", "not present", "down", "lower layer down",
                                                      "testing", "dormant",     "up"};
 
+// Null, with errno, when the kernel tells nothing at all.
 static nlohmann::json ask(uint16_t question, void (*add)(const nlmsghdr&, nlohmann::json&))
 {
     nlohmann::json answer = nlohmann::json::array();
-    dump(
+    const bool isAnswered = dump(
         question, [&] { answer.clear(); }, [&](const nlmsghdr& message) { add(message, answer); });
-    return answer;
+    return isAnswered || !answer.empty() ? answer : nlohmann::json();
 }
 
 static std::string hexadecimal(std::string_view bytes)

@@ -48,7 +48,7 @@ json scan(const Tree& tree)
 json scanWithDeadline(const Tree& tree)
 {
     const ProgramResult result = Program({"scan", "--root", tree.folder(), "-f", "json"}).run();
-    EXPECT_LT(result.took, kDeadline + kBeyond * (kIsSanitized ? 4 : 1));
+    EXPECT_LT(result.took, kDeadline + kBeyond * (kIsSanitized ? 12 : 1));
     return groupsOf(result);
 }
 

@@ -45,6 +45,37 @@ TEST(LiveScan, wouldBeSeenToStartAnother)
 
 namespace
 {
+json statusOf(const json& groups, const std::string& name)
+{
+    for (const json& row : groups["ScanStatus"])
+        if (row["Group"] == name)
+            return row;
+    return {};
+}
+} // namespace
+
+// As a container's filter does it.
+TEST(LiveScan, tellsOfCallsThatAreRefused)
+{
+    const ProgramResult result = [] {
+        Program program({"scan", "-f", "json", "--group", "IP Address", "--group", "Route", "--group", "Memory"});
+        program.before([] { denyCall(SYS_socket, EPERM); });
+        return program.run();
+    }();
+    ASSERT_EQ(result.status, 0) << result.errors;
+    const json groups = result.report()["groups"];
+    EXPECT_EQ(groups["Memory"].size(), 1u);
+    const std::pair<const char*, const char*> expected[] = {{"IP Address", "RTM_GETLINK: Operation not permitted"},
+                                                            {"Route", "RTM_GETROUTE: Operation not permitted"}};
+    for (const auto& [group, reason] : expected) {
+        const json status = statusOf(groups, group);
+        EXPECT_EQ(status["Result"], "Refused") << status;
+        EXPECT_NE(status.value("Reason", "").find(reason), std::string::npos) << status;
+    }
+}
+
+namespace
+{
 json groupsAs(const std::function<void()>& before, const std::vector<std::string>& arguments)
 {
     Program program(arguments);
@@ -53,14 +84,6 @@ json groupsAs(const std::function<void()>& before, const std::vector<std::string
     EXPECT_EQ(result.status, 0) << result.errors;
     EXPECT_EQ(result.errors, "");
     return result.report()["groups"];
-}
-
-json statusOf(const json& groups, const std::string& name)
-{
-    for (const json& row : groups["ScanStatus"])
-        if (row["Group"] == name)
-            return row;
-    return {};
 }
 
 void becomeOrdinary()
