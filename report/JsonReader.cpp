@@ -7,7 +7,6 @@
 #include <map>
 #include <unordered_map>
 
-#include <libxml/tree.h>
 #include <nlohmann/json.hpp>
 
 #include "report/Content.h"
@@ -42,11 +41,6 @@ constexpr const char* kExpected[] = {
 struct Told {
     bool format = false, formatVersion = false, program = false, date = false, versions = false, groups = false;
 };
-
-bool isElementName(const std::string& name)
-{
-    return name.find('\0') == name.npos && xmlValidateName(reinterpret_cast<const xmlChar*>(name.c_str()), 0) == 0;
-}
 
 // Whether XML can hold every character of a text, which is valid UTF-8.
 bool canBeXml(const std::string& text)
@@ -95,10 +89,12 @@ private:
     bool applySources();
     bool applyKeys();
     bool addValue(Content (*contentOf)(const Attribute*, std::string), std::string text);
-    Value* newValue();
     bool once(bool& told);
     bool unexpected(const std::string& found);
-    bool fail(std::string message) { return rows_.fail(stream_.line(), std::move(message)); }
+    bool fail(std::string message, ProblemKind kind = ProblemKind::FORM)
+    {
+        return rows_.fail(stream_.line(), std::move(message), kind);
+    }
 
     Input& input_;
     JsonStream stream_;
@@ -164,18 +160,9 @@ bool JsonParse::takeVersion(uint64_t version)
     return versions_.emplace(key_, static_cast<uint32_t>(version)).second || fail(shown(key_) + " comes twice");
 }
 
-Value* JsonParse::newValue()
-{
-    if (!isElementName(key_)) {
-        fail("expected the name of an attribute, found " + shown(key_));
-        return nullptr;
-    }
-    return rows_.addValue(key_, keyLine_);
-}
-
 bool JsonParse::addValue(Content (*contentOf)(const Attribute*, std::string), std::string text)
 {
-    Value* value = newValue();
+    Value* value = rows_.addValue(key_, keyLine_);
     if (value == nullptr || !rows_.addBytes(text.size(), keyLine_))
         return false;
     value->content = contentOf(value->attribute, std::move(text));
@@ -189,7 +176,7 @@ bool JsonParse::boolean(bool isTrue)
         return true;
     if (place_ != ROW)
         return unexpected(isTrue ? "true" : "false");
-    Value* value = newValue();
+    Value* value = rows_.addValue(key_, keyLine_);
     if (value == nullptr)
         return false;
     if (value->attribute != nullptr && value->attribute->isYesNo)
@@ -239,9 +226,9 @@ bool JsonParse::string(string_t& text)
     if (isSkipping())
         return true;
     if (text.size() > kMostTextBytes)
-        return fail("a text of more than " + std::to_string(kMostTextBytes) + " bytes");
+        return fail("a text of more than " + std::to_string(kMostTextBytes) + " bytes", ProblemKind::SIZE);
     if (!canBeXml(text))
-        return fail("a text with a character that XML does not allow");
+        return fail("a text with a character that XML does not allow", ProblemKind::CODE_SET);
     if (place_ == TOP)
         return takeMember(text);
     if (place_ == ROW)
@@ -249,7 +236,7 @@ bool JsonParse::string(string_t& text)
     if (place_ != SOURCES && place_ != KEYS)
         return unexpected("the text " + shown(text));
     if (sources_.size() + keys_.size() >= 2 * kMostRowValues)
-        return fail("more than " + std::to_string(kMostRowValues) + " sources or keys in a row");
+        return fail("more than " + std::to_string(kMostRowValues) + " sources or keys in a row", ProblemKind::SIZE);
     const size_t bytes = key_.size() + text.size();
     if (place_ == SOURCES)
         sources_.emplace_back(key_, std::move(text));
@@ -267,7 +254,7 @@ bool JsonParse::key(string_t& value)
 {
     stream_.mark();
     if (value.size() > kMostTextBytes)
-        return fail("a name of more than " + std::to_string(kMostTextBytes) + " bytes");
+        return fail("a name of more than " + std::to_string(kMostTextBytes) + " bytes", ProblemKind::SIZE);
     key_ = std::move(value);
     keyLine_ = stream_.line();
     return true;
@@ -325,14 +312,11 @@ bool JsonParse::end_object()
 
 bool JsonParse::beginGroup()
 {
-    if (!isElementName(key_))
-        return fail("expected the name of a group, found " + shown(key_));
     const auto version = versions_.find(key_);
     if (version == versions_.end())
         return fail("expected a version of " + shown(key_) + " in \"versions\"");
     place_ = ROWS;
-    rows_.beginGroup(key_, version->second, keyLine_);
-    return true;
+    return rows_.beginGroup(key_, version->second, keyLine_);
 }
 
 bool JsonParse::start_array(size_t)
@@ -402,7 +386,7 @@ bool JsonParse::endRow()
 bool JsonParse::parse_error(size_t, const std::string&, const nlohmann::detail::exception& error)
 {
     if (stream_.isTooLong())
-        return fail("a text of more than " + std::to_string(kMostTextBytes) + " bytes");
+        return fail("a text of more than " + std::to_string(kMostTextBytes) + " bytes", ProblemKind::SIZE);
     isCutOff_ = stream_.isAtEnd() && place_ != END;
     if (isCutOff_)
         return fail("the report is cut off: the file ends before its last }");
@@ -410,7 +394,8 @@ bool JsonParse::parse_error(size_t, const std::string&, const nlohmann::detail::
     constexpr std::string_view kSyntax = "syntax error ";
     if (const size_t place = what.find(kSyntax); place != what.npos)
         what.remove_prefix(place + kSyntax.size());
-    return fail("not JSON: " + shown(what));
+    const bool isNoUtf8 = what.find("ill-formed UTF-8") != what.npos;
+    return fail("not JSON: " + shown(what), isNoUtf8 ? ProblemKind::CODE_SET : ProblemKind::FORM);
 }
 
 void JsonParse::takeHeaderOf(const JsonParse& other)

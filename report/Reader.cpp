@@ -106,10 +106,13 @@ std::string problemText(const std::string& path, const ReadProblem& problem)
 {
     const std::string file = path == "-" ? "standard input" : path;
     const std::string line = problem.line != 0 ? ":" + std::to_string(problem.line) : "";
-    std::string place;
+    std::string place = problem.group;
     if (problem.row != 0)
-        place = problem.group + " row " + std::to_string(problem.row) +
-                (problem.attribute.empty() ? "" : ", " + problem.attribute) + ": ";
+        place += " row " + std::to_string(problem.row);
+    if (!problem.attribute.empty())
+        place += ", " + problem.attribute;
+    if (!place.empty())
+        place += ": ";
     return file + line + ": " + place + problem.message;
 }
 

@@ -60,8 +60,12 @@ enum class ReadResult {
     UNREADABLE // the file cannot be opened or read
 };
 
+/// What a problem is about.
+enum class ProblemKind { FORM, CODE_SET, SIZE, REPEATED };
+
 /// Why a report could not be read whole.
 struct ReadProblem {
+    ProblemKind kind = ProblemKind::FORM;
     uint64_t line = 0; // 0 where the whole file is meant
     std::string group; // element and row (from 1) that were being read, empty and 0 outside
     uint64_t row = 0;

@@ -19,12 +19,16 @@ const Value* Row::find(std::string_view element) const
     return found != values.end() ? &*found : nullptr;
 }
 
+bool isFirstVersion(const GroupRows& group)
+{
+    return group.group != nullptr && group.version == 1 && group.group->id < FIRST_ADDED_GROUP_ID;
+}
+
 bool isKey(const GroupRows& group, const Value& value)
 {
     if (value.attribute == nullptr || group.group == nullptr)
         return value.markedKey;
-    const bool isFirst = group.version == 1 && group.group->id < FIRST_ADDED_GROUP_ID;
-    return isFirst ? value.attribute->isFirstKey : value.attribute->isKey;
+    return isFirstVersion(group) ? value.attribute->isFirstKey : value.attribute->isKey;
 }
 
 const GroupRows* Report::find(uint32_t groupId) const

@@ -55,6 +55,9 @@ struct GroupRows {
     std::string_view name() const { return group != nullptr ? std::string_view(group->element) : element; }
 };
 
+/// Whether rows are as invhw reports them: of version 1, of a group that it knows.
+bool isFirstVersion(const GroupRows& group);
+
 /// Whether a value is one of its row's keys: of the group's version, since version 1 has keys of its own.
 bool isKey(const GroupRows& group, const Value& value);
 

@@ -45,6 +45,13 @@ std::string_view view(const xmlChar* text)
     return text != nullptr ? reinterpret_cast<const char*>(text) : std::string_view();
 }
 
+// Whether the parser complains of bytes that are no characters, or none that XML allows.
+bool isOfCodeSet(int error)
+{
+    return error == XML_ERR_INVALID_CHAR || error == XML_ERR_INVALID_ENCODING || error == XML_ERR_INVALID_CHARREF ||
+           error == XML_ERR_UNKNOWN_ENCODING || error == XML_ERR_UNSUPPORTED_ENCODING;
+}
+
 class XmlParse
 {
 public:
@@ -69,7 +76,10 @@ private:
     std::string expectedHere() const;
     bool isUtf8() const;
     std::string_view nodeName() const { return view(xmlTextReaderConstName(reader_.get())); }
-    bool fail(std::string message) { return rows_.fail(line_, std::move(message)); }
+    bool fail(std::string message, ProblemKind kind = ProblemKind::FORM)
+    {
+        return rows_.fail(line_, std::move(message), kind);
+    }
     ReadResult result(int parsed);
 
     XmlFilter filter_;
@@ -85,6 +95,7 @@ private:
     Value* value_ = nullptr;
     uint64_t errorLine_ = 0; // what the parser complained of first
     std::string error_;
+    ProblemKind errorKind_ = ProblemKind::FORM;
 };
 
 int XmlParse::readFiltered(void* self, char* out, int capacity)
@@ -100,6 +111,7 @@ void XmlParse::takeError(void* self, xmlErrorPtr error)
         error->level < XML_ERR_ERROR)
         return;
     parse.errorLine_ = static_cast<uint64_t>(error->line > 0 ? error->line : 1);
+    parse.errorKind_ = isOfCodeSet(error->code) ? ProblemKind::CODE_SET : ProblemKind::FORM;
     parse.error_ = "not well-formed";
     if (error->message != nullptr)
         parse.error_ += ": " + shown(trimmed(error->message));
@@ -131,7 +143,8 @@ bool XmlParse::beginElement()
     if (step.element == nullptr || (*step.element != '\0' && name != step.element))
         return fail("expected " + expectedHere() + ", found <" + shown(name) + ">");
     if (place_ == START && !isUtf8())
-        return fail("expected UTF-8, found the encoding " + shown(view(xmlTextReaderConstEncoding(reader_.get()))));
+        return fail("expected UTF-8, found the encoding " + shown(view(xmlTextReaderConstEncoding(reader_.get()))),
+                    ProblemKind::CODE_SET);
     const bool isEmpty = xmlTextReaderIsEmptyElement(reader_.get()) == 1;
     const Place before = place_;
     place_ = step.begin;
@@ -152,7 +165,8 @@ bool XmlParse::beginGroup()
     const auto version = parseNumber<uint32_t>(version_);
     if (!version)
         return fail("expected version=\"NUMBER\" of <" + shown(name_) + ">, found \"" + shown(version_) + "\"");
-    rows_.beginGroup(name_, *version, rowLine_);
+    if (!rows_.beginGroup(name_, *version, rowLine_))
+        return false;
     rows_.beginRow(rowLine_);
     return true;
 }
@@ -223,7 +237,7 @@ bool XmlParse::takeText()
     if (place_ != NAME && place_ != ATTRIBUTE)
         return trimmed(text).empty() || fail("expected " + expectedHere() + ", found the text " + shown(trimmed(text)));
     if (text_.size() + text.size() > kMostTextBytes)
-        return fail("a text of more than " + std::to_string(kMostTextBytes) + " bytes");
+        return fail("a text of more than " + std::to_string(kMostTextBytes) + " bytes", ProblemKind::SIZE);
     text_ += text;
     return place_ != ATTRIBUTE || rows_.addBytes(text.size(), line_);
 }
@@ -257,10 +271,10 @@ ReadResult XmlParse::result(int parsed)
     if (parsed == 0 && error_.empty() && filter_.problem().empty())
         return ReadResult::WHOLE;
     if (!error_.empty()) {
-        rows_.fail(errorLine_, error_);
+        rows_.fail(errorLine_, error_, errorKind_);
         return ReadResult::MALFORMED;
     }
-    rows_.fail(filter_.line(), filter_.hasTold() ? filter_.problem() : "not well-formed");
+    rows_.fail(filter_.line(), filter_.hasTold() ? filter_.problem() : "not well-formed", filter_.problemKind());
     return filter_.hasTold() && filter_.isCutOff() ? ReadResult::CUT_OFF : ReadResult::MALFORMED;
 }
 

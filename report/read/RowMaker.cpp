@@ -1,19 +1,37 @@
 #include "report/read/RowMaker.h"
 
+#include <libxml/tree.h>
+
 #include "report/Utf8.h"
 
 namespace report
 {
-void RowMaker::beginGroup(std::string_view element, uint32_t version, uint64_t line)
+namespace
+{
+// Whether both forms can have the name, which the catalog does not know.
+bool isElementName(std::string_view name)
+{
+    const std::string text(name);
+    return text.find('\0') == text.npos && xmlValidateName(reinterpret_cast<const xmlChar*>(text.c_str()), 0) == 0;
+}
+
+constexpr std::string_view kSources = "Sources"; // the JSON form's member
+} // namespace
+
+bool RowMaker::beginGroup(std::string_view element, uint32_t version, uint64_t line)
 {
     if (hasGroup_ && group_.name() == element && group_.version == version)
-        return;
+        return true;
+    const Group* group = findGroup(element);
+    if (group == nullptr && !isElementName(element))
+        return fail(line, "expected the name of a group, found " + shown(element));
     hasGroup_ = true;
-    group_.group = findGroup(element);
+    group_.group = group;
     group_.element = group_.group != nullptr ? "" : element;
     group_.version = version;
     rowsOfGroup_ = 0;
     sink_.group(group_, line);
+    return true;
 }
 
 void RowMaker::beginRow(uint64_t line)
@@ -42,7 +60,7 @@ bool RowMaker::isRepeated(const Value& value)
 Value* RowMaker::addValue(std::string_view element, uint64_t line)
 {
     if (row_.values.size() >= kMostRowValues) {
-        fail(line, "more than " + std::to_string(kMostRowValues) + " attributes in a row");
+        fail(line, "more than " + std::to_string(kMostRowValues) + " attributes in a row", ProblemKind::SIZE);
         return nullptr;
     }
     Value value;
@@ -50,12 +68,16 @@ Value* RowMaker::addValue(std::string_view element, uint64_t line)
         const bool isNext = next_ < group->attributes.size() && group->attributes[next_].element == element;
         value.attribute = isNext ? &group->attributes[next_] : group->find(element);
     }
+    if (value.attribute == nullptr && (!isElementName(element) || element == kSources)) {
+        fail(line, "expected the name of an attribute, found " + shown(element));
+        return nullptr;
+    }
     if (value.attribute != nullptr)
         next_ = value.attribute->position + 1;
     else
         value.element = element;
     if (isRepeated(value)) {
-        fail(line, "attribute " + shown(element) + " comes twice in its row");
+        fail(line, "attribute " + shown(element) + " comes twice in its row", ProblemKind::REPEATED);
         return nullptr;
     }
     row_.values.push_back(std::move(value));
@@ -66,7 +88,8 @@ Value* RowMaker::addValue(std::string_view element, uint64_t line)
 bool RowMaker::addBytes(size_t bytes, uint64_t line)
 {
     rowBytes_ += bytes;
-    return rowBytes_ <= kMostRowBytes || fail(line, "a row of more than " + std::to_string(kMostRowBytes) + " bytes");
+    return rowBytes_ <= kMostRowBytes ||
+           fail(line, "a row of more than " + std::to_string(kMostRowBytes) + " bytes", ProblemKind::SIZE);
 }
 
 void RowMaker::endRow()
@@ -75,10 +98,11 @@ void RowMaker::endRow()
     sink_.row(group_, row_, lines_);
 }
 
-bool RowMaker::fail(uint64_t line, std::string message)
+bool RowMaker::fail(uint64_t line, std::string message, ProblemKind kind)
 {
     if (hasFailed())
         return false;
+    problem_.kind = kind;
     problem_.line = line;
     problem_.message = std::move(message);
     if (!isInRow_)

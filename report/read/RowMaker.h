@@ -22,7 +22,7 @@ public:
     RowMaker(ReportSink& sink, ReadProblem& problem) : sink_(sink), problem_(problem) {}
 
     /// The group that the next rows are of.
-    void beginGroup(std::string_view element, uint32_t version, uint64_t line);
+    bool beginGroup(std::string_view element, uint32_t version, uint64_t line);
     void beginRow(uint64_t line);
     /// A further value without content; null when the row cannot have it.
     Value* addValue(std::string_view element, uint64_t line);
@@ -34,7 +34,7 @@ public:
     Row& row() { return row_; }
 
     /// Notes the first problem, with the place in the report; later ones are its consequence. Always false.
-    bool fail(uint64_t line, std::string message);
+    bool fail(uint64_t line, std::string message, ProblemKind kind = ProblemKind::FORM);
     bool hasFailed() const { return !problem_.message.empty(); }
 
 private:

@@ -48,8 +48,9 @@ std::string_view tagName(std::string_view tag)
 }
 } // namespace
 
-bool XmlFilter::fail(std::string message)
+bool XmlFilter::fail(std::string message, ProblemKind kind)
 {
+    problemKind_ = kind;
     problem_ = std::move(message);
     return false;
 }
@@ -94,7 +95,7 @@ bool XmlFilter::pumpText(std::string_view bytes)
     const std::string_view text = bytes.substr(0, bytes.find('<'));
     textBytes_ += text.size();
     if (textBytes_ > kMostTextBytes)
-        return fail("a text of more than " + std::to_string(kMostTextBytes) + " bytes");
+        return fail("a text of more than " + std::to_string(kMostTextBytes) + " bytes", ProblemKind::SIZE);
     if (isInValue())
         emitValueText(text);
     else
@@ -151,7 +152,7 @@ bool XmlFilter::pumpUntil(std::string_view end, const char* what)
     const std::string_view bytes = input_.peek(Input::kBlock).substr(0, Input::kBlock);
     const size_t place = bytes.find(end, 2);
     if (place == bytes.npos && bytes.size() >= Input::kBlock)
-        return fail(std::string(what) + " of more than " + std::to_string(Input::kBlock) + " bytes");
+        return fail(std::string(what) + " of more than " + std::to_string(Input::kBlock) + " bytes", ProblemKind::SIZE);
     if (place == bytes.npos) {
         isAtEnd_ = true;
         return true;
@@ -179,7 +180,7 @@ bool XmlFilter::pumpMarkup()
     if (end != bytes.npos && end <= kMostTagBytes)
         return pumpTag(input_.peek(0).substr(0, end));
     if (input_.peek(0).size() >= Input::kBlock)
-        return fail("a tag of more than " + std::to_string(kMostTagBytes) + " bytes");
+        return fail("a tag of more than " + std::to_string(kMostTagBytes) + " bytes", ProblemKind::SIZE);
     isAtEnd_ = true; // within a tag
     return true;
 }

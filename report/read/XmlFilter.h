@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "report/Reader.h"
 #include "report/read/Input.h"
 
 namespace report
@@ -29,6 +30,7 @@ public:
     uint64_t line() const { return line_; }
     /// What ended the stream, empty when nothing did; and whether it was the end of the file.
     const std::string& problem() const { return problem_; }
+    ProblemKind problemKind() const { return problemKind_; }
     bool isCutOff() const { return isCutOff_; }
     /// Whether read() told of the problem: what the parser complains of from then on follows from it.
     bool hasTold() const { return hasTold_; }
@@ -45,7 +47,7 @@ private:
     void startTag(std::string_view tag);
     void emitValueText(std::string_view text);
     void pass(size_t bytes);
-    bool fail(std::string message);
+    bool fail(std::string message, ProblemKind kind = ProblemKind::FORM);
     bool isInValue() const;
 
     Input& input_;
@@ -60,6 +62,7 @@ private:
     size_t textBytes_ = 0; // since the last tag
     size_t brackets_ = 0;  // "]" at the end of the text so far
     std::string problem_;
+    ProblemKind problemKind_ = ProblemKind::FORM;
     bool isCutOff_ = false;
     bool isPadded_ = false;
     bool hasTold_ = false;

@@ -151,7 +151,9 @@ TEST(JsonReader, tellsLineAndExpectation)
         {"{\"program\": \"a\", \"program\": \"b\"}", 1, "program comes twice"},
         {kHead + "\"groups\": []}", 5, "expected a member of the report as groups, found an array"},
         {kHead + "\"groups\": {\"Memory\": []}}", 5, "expected a version of Memory in \"versions\""},
-        {kHead + "\"groups\": {\"a b\": []}}", 5, "expected the name of a group, found a b"},
+        {"{\"format\": \"invhw-report\", \"formatVersion\": 1, \"program\": \"\", \"versions\": {\"a b\": 1}, "
+         "\"groups\": {\"a b\": []}}",
+         1, "expected the name of a group, found a b"},
         {kHead + "\"groups\": {\"Storage\": {}}}", 5, "expected an array of rows as Storage, found an object"},
         {storage("[]"), 6, "expected a row, which is an object, found an array"},
         {storage("{\"Index\": null}"), 6, "expected a text, a number, true or false as Index, found null"},
