@@ -50,7 +50,8 @@ bool Input::fill()
     if (isAtEnd_)
         return false;
     buffer_.resize(2 * kBlock);
-    memmove(buffer_.data(), rest_.data(), rest_.size());
+    if (!rest_.empty())
+        memmove(buffer_.data(), rest_.data(), rest_.size());
     ssize_t got = 0;
     do {
         got = read(descriptor_, buffer_.data() + rest_.size(), kBlock);
