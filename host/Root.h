@@ -24,7 +24,7 @@ class RootWatcher;
 class Root
 {
 public:
-    static constexpr size_t kFileLimit = 4 * 1024 * 1024;
+    static constexpr size_t kFileLimit = size_t{4} * 1024 * 1024;
     static constexpr size_t kLineLimit = 4096;
     static constexpr size_t kNameLimit = 65536; // names of one folder
 

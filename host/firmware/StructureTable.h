@@ -62,7 +62,7 @@ class StructureTable
 {
 public:
     /// The longest table that is taken: the 16-bit length of 2.x, and far more than any 3.x firmware writes.
-    static constexpr size_t kMostBytes = 4 * 1024 * 1024;
+    static constexpr size_t kMostBytes = size_t{4} * 1024 * 1024;
 
     StructureTable() = default;
 

@@ -24,7 +24,7 @@ struct KernelRecording {
 
 /// Its file, at the top of the recording, and how much of that is read.
 constexpr std::string_view kKernelFile = "/invhw-kernel.json";
-constexpr size_t kKernelFileLimit = 64 * 1024 * 1024;
+constexpr size_t kKernelFileLimit = size_t{64} * 1024 * 1024;
 
 /// Parses the file: {"format": "invhw-kernel", "formatVersion": 1, "answers": {QUESTION: {ARGUMENT: ANSWER}}, "errors":
 /// {PATH: "EACCES"}}; answers and errors may be missing. Paths and arguments are written as ByteText.h says. Returns

@@ -14,9 +14,9 @@ namespace host
 class RootFolder
 {
 public:
-    static constexpr size_t kNamesRead = 1024 * 1024;          // names looked at in one folder
-    static constexpr size_t kDatabaseLimit = 64 * 1024 * 1024; // bytes looked at by lines()
-    static constexpr size_t kChosenLimit = 4 * 1024 * 1024;    // bytes kept by lines()
+    static constexpr size_t kNamesRead = size_t{1024} * 1024;          // names looked at in one folder
+    static constexpr size_t kDatabaseLimit = size_t{64} * 1024 * 1024; // bytes looked at by lines()
+    static constexpr size_t kChosenLimit = size_t{4} * 1024 * 1024;    // bytes kept by lines()
 
     /// isOpen() tells whether the folder could be opened, and errno why not.
     explicit RootFolder(const std::string& folder);
