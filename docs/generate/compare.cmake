@@ -1,5 +1,5 @@
-# Compares the committed documents with what PROGRAM makes in FOLDER, and HOST_PROGRAM behind it. Without HOST_PROGRAM the
-# documents that are its own are not looked at, and REPORT.md must begin with what PROGRAM makes.
+# Compares the committed documents with what PROGRAM makes in FOLDER, and HOST_PROGRAM and MAN_PROGRAM behind it. Without
+# these the documents that are their own are not looked at, and REPORT.md must begin with what PROGRAM makes.
 
 function(run)
     execute_process(COMMAND ${ARGN} RESULT_VARIABLE result)
@@ -17,7 +17,8 @@ run("${PROGRAM}" "${FOLDER}")
 set(documents invhw-report.xsd)
 if(HOST_PROGRAM)
     run("${HOST_PROGRAM}" "${FOLDER}" "${SOURCES}")
-    list(APPEND documents REPORT.md invhw-host.xsd invhw-report.schema.json)
+    run("${MAN_PROGRAM}" "${FOLDER}/invhwctl.1")
+    list(APPEND documents REPORT.md invhw-host.xsd invhw-report.schema.json invhwctl.1)
 else()
     file(READ "${FOLDER}/REPORT.md" generated)
     file(READ "${COMMITTED}/REPORT.md" committed)
