@@ -24,6 +24,7 @@ enum StructureType : uint8_t {
     SMBIOS_MEMORY_DEVICE = 17,
     SMBIOS_HARDWARE_SECURITY = 24,
     SMBIOS_IPMI = 38,
+    SMBIOS_TPM = 43,
     SMBIOS_INACTIVE = 126,
     SMBIOS_END = 127,
 };

@@ -7,7 +7,9 @@ namespace host
 {
 namespace
 {
-constexpr const char* kFiles[] = {"/usr/share/misc/pci.ids", "/usr/share/hwdata/pci.ids", "/usr/share/pci.ids"};
+constexpr const char* kPciPaths[] = {"/usr/share/misc/pci.ids", "/usr/share/hwdata/pci.ids", "/usr/share/pci.ids"};
+constexpr const char* kUsbPaths[] = {"/usr/share/misc/usb.ids", "/usr/share/hwdata/usb.ids", "/usr/share/usb.ids",
+                                     "/var/lib/usbutils/usb.ids"};
 
 // A line's number and name: "8086  Intel Corporation", "\t1237  440FX", "C 03  Display controller".
 struct NameLine {
@@ -49,6 +51,9 @@ void fill(std::map<uint32_t, std::string>& names, uint32_t number, std::string_v
 }
 } // namespace
 
+const std::span<const char* const> PciNames::kPciFiles = kPciPaths;
+const std::span<const char* const> PciNames::kUsbFiles = kUsbPaths;
+
 void PciNames::want(uint32_t vendor, uint32_t device)
 {
     vendors_.try_emplace(vendor);
@@ -83,7 +88,7 @@ bool PciNames::isWanted(std::string_view line)
 
 void PciNames::read(const Root& root)
 {
-    for (const char* path : kFiles) {
+    for (const char* path : files_) {
         const auto lines = root.lines(path, [this](std::string_view line) { return isWanted(line); });
         if (!lines)
             continue;

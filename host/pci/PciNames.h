@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <set>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,10 +12,16 @@ namespace host
 {
 class Root;
 
-/// Names of PCI vendors, devices and classes from the machine's pci.ids, which is read once for all that are wanted.
+/// Names of PCI or USB vendors, devices and classes from the machine's pci.ids or usb.ids, which have one form. The
+/// file is read once for all that are wanted.
 class PciNames
 {
 public:
+    /// Where each of the two may lie, best first.
+    static const std::span<const char*const> kPciFiles, kUsbFiles;
+
+    explicit PciNames(std::span<const char* const> files = kPciFiles) : files_(files) {}
+
     /// Says that these names will be asked for.
     void want(uint32_t vendor, uint32_t device);
     void wantClass(uint32_t classId); // base class, subclass and interface: 0x030000
@@ -37,6 +44,7 @@ public:
     const std::string& source() const { return source_; }
 
 private:
+    std::span<const char* const> files_;
     std::map<uint32_t, std::string> vendors_, bases_;
     std::map<uint32_t, std::string> devices_;    // vendor and device in one number
     std::map<uint32_t, std::string> subclasses_; // base class and subclass in one number

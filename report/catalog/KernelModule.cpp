@@ -10,8 +10,8 @@ constexpr AttributeDef kAttributes[] = {
     text(KERNEL_MODULE_NAME, "Name", 64, PLAIN, "`/proc/modules`"),
     text(KERNEL_MODULE_VERSION, "Version", 128, PLAIN, "`/sys/module/*/version`"),
     quad(KERNEL_MODULE_SIZE_BYTES, "Size Bytes", "bytes", PLAIN, "`/proc/modules`"),
-    yesNo(KERNEL_MODULE_SIGNED, "Signed", PLAIN, "`/sys/module/*/taint` has no E"),
-    yesNo(KERNEL_MODULE_OUT_OF_TREE, "Out Of Tree", PLAIN, "`/sys/module/*/taint` has O"),
+    yesNo(KERNEL_MODULE_SIGNED, "Signed", PLAIN, "`/proc/modules`, taint without E; where the kernel checks signatures"),
+    yesNo(KERNEL_MODULE_OUT_OF_TREE, "Out Of Tree", PLAIN, "`/proc/modules`, taint with O"),
 };
 // clang-format on
 
