@@ -5,6 +5,8 @@
 struct AsciiDbcsReader {
     using Unit = unsigned char;
     static constexpr bool kAscii = true;
+    static constexpr size_t kLongest = 2;
+    static constexpr bool kSteady = false;
     const unsigned char* const bytes;
     const uint32_t* const rowOffsets;
     const unsigned char* const classes;

@@ -6,6 +6,8 @@
 struct AsciiMbcsReader {
     using Unit = unsigned char;
     static constexpr bool kAscii = true;
+    static constexpr size_t kLongest = 4;
+    static constexpr bool kSteady = false;
     const unsigned char* const bytes;
     const uint32_t* const rowOffsets;
     const unsigned char* const area;

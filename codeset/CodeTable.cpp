@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+#include "codeset/EbcdicTables.h"
+
 using namespace TableLayout;
 
 // The check of every array that a header announces; 64 bits, so that no sum wraps.
@@ -18,6 +20,24 @@ static void resolveDbcsRows(CodeTable& table)
         const uint32_t row = load16(table.at(kRowsOffset + 2 * lead));
         const uint64_t offset = area + uint64_t{row} * kDbcsRowUnit;
         table.rowOffsets[lead] = offset < table.size ? static_cast<uint32_t>(offset) : table.size;
+    }
+}
+
+// Writes out what every single byte is, so that no text needs to ask whether a byte is looked up at all.
+static void expandSingleBytes(CodeTable& table)
+{
+    const bool ascii = table.family == Family::AsciiSbcs;
+    const bool invariant = table.family == Family::EbcdicDbcs; // the characters that all EBCDIC pages share
+    const size_t values = invariant ? table.rowOffsets[0] : kRowsOffset;
+    table.linear.resize(256);
+    for (uint16_t byte = 0; byte < table.linear.size(); ++byte) {
+        uint16_t& value = table.linear[byte];
+        if (ascii && byte < 0x80)
+            value = byte;
+        else if (invariant && invar_eb_to_ucs[byte] != 0)
+            value = def_eb_to_ucs[byte];
+        else
+            value = load16(table.at(values + 2 * size_t{byte}));
     }
 }
 
@@ -135,22 +155,63 @@ static void resolveReverse(CodeTable& table)
         if (row != kNoValue && row >= rowCount)
             return;
     }
-    table.reverse = {table.at(index), indexCount, table.at(rows)};
+    table.reverse.index = index;
+    table.reverse.indexCount = indexCount;
+    table.reverse.rows = rows;
+}
+
+// The row of ASCII and Latin-1 in a copy behind the file, in which ASCII is ASCII whatever stands in the file.
+static void copyFirstReverseRow(CodeTable& table)
+{
+    const uint32_t copy = static_cast<uint32_t>(table.bytes.size());
+    table.bytes.resize(copy + kReverseRowCodes * 2);
+    memcpy(&table.bytes[copy], table.at(table.reverse.rowOffsets[0]), kReverseRowCodes * 2);
+    for (uint8_t c = 0; c < 0x80; ++c) {
+        table.bytes[copy + 2 * c] = c;
+        table.bytes[copy + 2 * c + 1] = 0;
+    }
+    table.reverse.rowOffsets[0] = copy;
+}
+
+static void resolveReverseRows(CodeTable& table)
+{
+    ReverseMap& reverse = table.reverse;
+    reverse.emptyRow = static_cast<uint32_t>(table.bytes.size());
+    table.bytes.resize(table.bytes.size() + kReverseRowCodes * sizeof(uint32_t), 0);
+    const bool wide = reverseCodeSize(table.family) == 4;
+    for (uint32_t high = 0; high < reverse.rowOffsets.size(); ++high)
+        reverse.rowOffsets[high] =
+            wide ? reverse.rowOffset<uint32_t>(table.at(0), high) : reverse.rowOffset<uint16_t>(table.at(0), high);
+    if (table.family == Family::AsciiSbcs)
+        copyFirstReverseRow(table);
+    if (table.family != Family::EbcdicSbcs && table.family != Family::EbcdicDbcs)
+        return;
+    for (uint32_t c = 0; c < table.asciiCodes.size(); ++c) {
+        const uint32_t code = reverse.find<uint16_t>(table.at(0), c);
+        table.asciiCodes[c] = static_cast<unsigned char>(code < 0x100 ? code : 0);
+    }
 }
 
 static bool resolveForward(CodeTable& table)
 {
     switch (table.family) {
     case Family::AsciiDbcs:
+        resolveDbcsRows(table);
+        return true;
     case Family::EbcdicDbcs:
         resolveDbcsRows(table);
+        expandSingleBytes(table);
         return true;
     case Family::AsciiMbcs:
         return resolveMbcsRows(table);
     case Family::Gb18030:
         return expandGb18030(table);
+    case Family::AsciiSbcs:
+    case Family::EbcdicSbcs:
+        expandSingleBytes(table);
+        return true;
     default:
-        return true; // the single-byte array lies in the header
+        return true; // built in, or bytes pass through
     }
 }
 
@@ -172,5 +233,6 @@ std::shared_ptr<const CodeTable> parseTable(std::vector<unsigned char> file)
     if (!resolveForward(*table))
         return nullptr;
     resolveReverse(*table);
+    resolveReverseRows(*table);
     return table;
 }

@@ -9,6 +9,8 @@ namespace
 struct Gb18030Reader {
     using Unit = unsigned char;
     static constexpr bool kAscii = true;
+    static constexpr size_t kLongest = 4;
+    static constexpr bool kSteady = false;
     const uint16_t* const values;
     explicit Gb18030Reader(const kst_code_set& set) : values(set.table->linear.data()) {}
 
@@ -38,13 +40,13 @@ struct Gb18030Reader {
 };
 
 struct Gb18030LookUp {
-    const ReverseMap reverse;
-    explicit Gb18030LookUp(const kst_code_set& set) : reverse(set.table->reverse) {}
+    const ReverseLookUp<uint32_t> reverse;
+    explicit Gb18030LookUp(const kst_code_set& set) : reverse(set) {}
 
     uint32_t find(uint32_t c) const
     {
         if (c < 0x10000 || c > 0x10FFFF)
-            return reverse.find<uint32_t>(c);
+            return reverse.find(c);
         return Gb18030::bytesBehind(Gb18030::kSupplementaryLead, c - 0x10000);
     }
 };

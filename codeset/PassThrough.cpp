@@ -10,6 +10,8 @@ template <uint32_t kLimit>
 struct ByteReader {
     using Unit = unsigned char;
     static constexpr bool kAscii = true;
+    static constexpr size_t kLongest = 1;
+    static constexpr bool kSteady = true;
     explicit ByteReader(const kst_code_set&) {}
     Decoded read(const Unit* in, const Unit*) const { return {*in < kLimit ? *in : kUnmapped, 1}; }
 };

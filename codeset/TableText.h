@@ -5,15 +5,19 @@
 // What the readers and writers of the table families share.
 
 /// A 16-bit value of a table; 0xFFFF stands for none.
-inline uint32_t tableValue(const unsigned char* entry)
+inline uint32_t tableValue(uint16_t value)
 {
-    const uint16_t value = load16(entry);
     return value == TableLayout::kNoValue ? kUnmapped : value;
 }
 
+inline uint32_t tableValue(const unsigned char* entry)
+{
+    return tableValue(load16(entry));
+}
+
 /// Writes the code set's substitution character and counts it, or returns null when it does not fit.
-inline unsigned char* writeSubstitution(kst_code_set& codeSet, const CodeBytes& code, unsigned char* out,
-                                        const unsigned char* end)
+[[gnu::noinline]] inline unsigned char* writeSubstitution(kst_code_set& codeSet, const CodeBytes& code,
+                                                          unsigned char* out, const unsigned char* end)
 {
     if (end - out < code.length)
         return nullptr;
@@ -28,6 +32,8 @@ template <class Map, unsigned kMaxBytes, bool kAsciiBased = true>
 struct TableWriter {
     using Unit = unsigned char;
     static constexpr bool kAscii = kAsciiBased;
+    static constexpr size_t kLongest = TableLayout::kMaxCodeLength; // of a substitution
+    static constexpr bool kSteady = kMaxBytes == 1;
     kst_code_set& codeSet;
     const Map map;
     explicit TableWriter(kst_code_set& set) : codeSet(set), map(set) {}
@@ -46,18 +52,14 @@ struct TableWriter {
     }
 
     int finish(Unit*&, const Unit*) const { return KST_DONE; }
+    const unsigned char* asciiCodes() const { return codeSet.table->asciiCodes.data(); }
 };
 
-/// The reverse arrays of a table as they are, with one step less for the characters below U+0100.
+/// The reverse arrays of a table as they are.
 template <class Code>
 struct ReverseLookUp {
-    const ReverseMap reverse;
-    const unsigned char* const low;
-    explicit ReverseLookUp(const kst_code_set& set) : reverse(set.table->reverse), low(reverse.firstRow<Code>()) {}
-    uint32_t find(uint32_t c) const
-    {
-        if (c < TableLayout::kReverseRowCodes)
-            return ReverseMap::code<Code>(low, c);
-        return reverse.find<Code>(c);
-    }
+    const ReverseMap& reverse;
+    const unsigned char* const bytes; // a copy: the output could alias the table's
+    explicit ReverseLookUp(const kst_code_set& set) : reverse(set.table->reverse), bytes(set.table->bytes.data()) {}
+    uint32_t find(uint32_t c) const { return reverse.find<Code>(bytes, c); }
 };

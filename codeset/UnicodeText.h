@@ -13,6 +13,8 @@ constexpr bool isSurrogate(uint32_t codePoint)
 struct Utf8Reader {
     using Unit = unsigned char;
     static constexpr bool kAscii = true;
+    static constexpr size_t kLongest = 4;
+    static constexpr bool kSteady = false;
     explicit Utf8Reader(const kst_code_set&) {}
 
     static bool isTrail(unsigned char byte) { return (byte & 0xC0) == 0x80; }
@@ -23,15 +25,23 @@ struct Utf8Reader {
         const size_t left = static_cast<size_t>(end - in);
         if (lead < 0x80)
             return {lead, 1};
-        if (lead >= 0xE1 && lead < 0xED && left >= 3 && isTrail(in[1]) && isTrail(in[2]))
-            return {(lead & 0x0F) << 12 | (in[1] & 0x3Fu) << 6 | (in[2] & 0x3Fu), 3};
         if (lead >= 0xC2 && lead < 0xE0 && left >= 2 && isTrail(in[1]))
             return {(lead & 0x1F) << 6 | (in[1] & 0x3Fu), 2};
+        if (lead >= 0xE0 && lead < 0xF0 && left >= 3 && isTrail(in[1]) && isTrail(in[2])) {
+            const uint32_t c = (lead & 0x0F) << 12 | (in[1] & 0x3Fu) << 6 | (in[2] & 0x3Fu);
+            if (c >= 0x800 && !isSurrogate(c))
+                return {c, 3};
+        }
+        if (lead >= 0xF0 && left >= 4 && isTrail(in[1]) && isTrail(in[2]) && isTrail(in[3])) {
+            const uint32_t c = (lead & 0x0F) << 18 | (in[1] & 0x3Fu) << 12 | (in[2] & 0x3Fu) << 6 | (in[3] & 0x3Fu);
+            if (c >= 0x10000 && c <= 0x10FFFF)
+                return {c, 4};
+        }
         return readChecked(in, left);
     }
 
-    // The leads with narrower second bytes (overlong forms, surrogates, beyond U+10FFFF), and all that is broken.
-    static Decoded readChecked(const Unit* in, size_t left)
+    // What ends within a character, and what is broken: overlong forms, surrogates, beyond U+10FFFF.
+    [[gnu::noinline]] static Decoded readChecked(const Unit* in, size_t left)
     {
         const uint32_t lead = *in;
         if (lead < 0xC2 || lead > 0xF4)
@@ -57,6 +67,8 @@ struct Utf8Reader {
 struct Ucs2Reader {
     using Unit = kst_wchar;
     static constexpr bool kAscii = true;
+    static constexpr size_t kLongest = 1;
+    static constexpr bool kSteady = true;
     explicit Ucs2Reader(const kst_code_set&) {}
     Decoded read(const Unit* in, const Unit*) const { return {isSurrogate(*in) ? kUnmapped : *in, 1}; }
 };
@@ -65,6 +77,8 @@ struct Ucs2Reader {
 struct Utf8Writer {
     using Unit = unsigned char;
     static constexpr bool kAscii = true;
+    static constexpr size_t kLongest = 4;
+    static constexpr bool kSteady = false;
     kst_code_set& codeSet;
     explicit Utf8Writer(kst_code_set& set) : codeSet(set) {}
 
@@ -113,14 +127,18 @@ struct Utf8Writer {
 struct Ucs2Writer {
     using Unit = kst_wchar;
     static constexpr bool kAscii = true;
+    static constexpr size_t kLongest = 1;
+    static constexpr bool kSteady = true;
     kst_code_set& codeSet;
     explicit Ucs2Writer(kst_code_set& set) : codeSet(set) {}
 
     Unit* write(uint32_t c, Unit* out, const Unit*) const
     {
-        const bool unknown = c > 0xFFFF || isSurrogate(c);
-        codeSet.substitutions += unknown;
-        *out = unknown ? u'?' : static_cast<Unit>(c);
+        if (c > 0xFFFF || isSurrogate(c)) {
+            ++codeSet.substitutions;
+            c = '?';
+        }
+        *out = static_cast<Unit>(c);
         return out + 1;
     }
 

@@ -54,6 +54,45 @@ TEST_F(CodeTableTest, singleByteTable)
     kst_cs_free(handle);
 }
 
+// Long enough that blocks are converted, of ASCII alone and with other characters.
+TEST_F(CodeTableTest, asciiIsAsciiWhateverASingleByteTableSays)
+{
+    const kst_handle handle = open(SmallTables::singleByte());
+    ASSERT_NE(handle, nullptr);
+    std::string bytes;
+    std::string utf8;
+    std::u16string ucs2;
+    for (char c = 1; c < 0x7F; ++c) {
+        const bool mixed = c % 3 == 0 || c > 0x40;
+        bytes += mixed ? std::string{c} + "\xE9" : std::string{c};
+        utf8 += mixed ? std::string{c} + "\xC3\xA9" : std::string{c};
+        ucs2 += mixed ? std::u16string{static_cast<char16_t>(c), u'\u00E9'} : std::u16string{static_cast<char16_t>(c)};
+    }
+    EXPECT_EQ(toUtf8(handle, bytes), utf8);
+    EXPECT_EQ(fromUtf8(handle, utf8), bytes);
+    std::u16string wide(bytes.size(), u'\0');
+    EXPECT_EQ(kst_to_ucs2(handle, bytes.data(), static_cast<long>(bytes.size()), wide.data(), wide.size()),
+              ucs2.size());
+    EXPECT_EQ(wide, ucs2);
+    std::string back(400, '\0');
+    back.resize(kst_from_ucs2(handle, ucs2.data(), static_cast<long>(ucs2.size()), back.data(), back.size()));
+    EXPECT_EQ(back, bytes);
+    EXPECT_EQ(kst_get_subst_count(handle), 0u);
+    kst_cs_free(handle);
+}
+
+TEST_F(CodeTableTest, ebcdicTablesWithoutAsciiReplaceIt)
+{
+    for (const auto& bytes : {SmallTables::with16(SmallTables::singleByte(), kMarkerOffset, 0x1100),
+                              SmallTables::doubleByte(Family::EbcdicDbcs)}) {
+        const kst_handle handle = open(bytes);
+        ASSERT_NE(handle, nullptr);
+        EXPECT_EQ(fromUtf8(handle, "0123456789abcdefghij"), std::string(20, '\x6F'));
+        EXPECT_EQ(kst_get_subst_count(handle), 20u);
+        kst_cs_free(handle);
+    }
+}
+
 TEST_F(CodeTableTest, doubleByteTable)
 {
     const kst_handle handle = open(SmallTables::doubleByte());
