@@ -1,6 +1,8 @@
 #include "SMBIOS/slm_mmap.h"
 
+#include <cerrno>
 #include <cstring>
+#include <fcntl.h>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
@@ -97,6 +99,19 @@ TEST_F(SlmFile, shorterThanTheMappingKeepsWhatIsWrittenInWriteMode)
     EXPECT_EQ(slm_file_munmap(&handle_), 0);
     EXPECT_EQ(fileText().substr(2 * page - 7, 7), "changed");
     EXPECT_EQ(fileText().size(), content_.size());
+}
+
+TEST_F(SlmFile, cannotBeChangedInReadMode)
+{
+    const int file = open(path_, O_RDONLY);
+    for (const unsigned long pages : {3, 5}) { // the file's own mapping, and a copy, which is longer than the file
+        void* const start = slm_file_mmap(path_, 0, pages * slm_get_page_size(), 1, 0, &handle_);
+        ASSERT_NE(start, MAP_FAILED);
+        EXPECT_EQ(pread(file, start, 1, 0), -1) << pages;
+        EXPECT_EQ(errno, EFAULT) << pages;
+        EXPECT_EQ(slm_file_munmap(&handle_), 0);
+    }
+    close(file);
 }
 
 TEST_F(SlmFile, cannotBeMappedWithoutLengthOrFile)
