@@ -1,7 +1,10 @@
 #include "linux/network/InterfaceList.h"
 
 #include <cstring>
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 TEST(InterfaceList, aHardwareAddressIsWrittenInUpperCaseHexadecimal)
 {
@@ -22,4 +25,18 @@ TEST(InterfaceList, aRequestNamesTheInterfaceAndNothingElse)
     EXPECT_STREQ(request.ifr_name, "eth0:1");
     static const char zeros[sizeof request.ifr_ifru] = {};
     EXPECT_EQ(memcmp(&request.ifr_ifru, zeros, sizeof zeros), 0);
+}
+
+TEST(InterfaceList, aSocketIsClosedWithItsScopeEvenWhenItsDescriptorIsTheFirst)
+{
+    const int saved = dup(STDIN_FILENO);
+    close(STDIN_FILENO);
+    {
+        const InterfaceSocket first(SOCK_DGRAM);
+        EXPECT_TRUE(first.isOpen());
+        EXPECT_NE(fcntl(STDIN_FILENO, F_GETFD), -1);
+    }
+    EXPECT_EQ(fcntl(STDIN_FILENO, F_GETFD), -1);
+    dup2(saved, STDIN_FILENO);
+    close(saved);
 }
