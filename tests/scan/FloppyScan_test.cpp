@@ -53,6 +53,15 @@ TEST(FloppyScan, aDriveThatAnswersNothingHasNoRow)
                               "\nFloppy name=>/dev/fd1<\nFloppy errorcode=>20<"));
 }
 
+TEST(FloppyScan, aDriveWithNeitherDiskNorTypeHasTheErrorOfItsDisk)
+{
+    FakeMachine machine;
+    machine.device("/dev/fd0", "FDGETPRM error ENODEV\nFDGETDRVTYP \"(null)\"\n");
+    const ScanResult result = machine.scan();
+    EXPECT_TRUE(result.rows("Storage").empty());
+    EXPECT_TRUE(result.logHas("\nFloppy name=>/dev/fd0<\nFloppy errorcode=>19<"));
+}
+
 TEST(FloppyScan, onAnItaniumMachineNoDriveIsOpened)
 {
     FakeMachine machine;

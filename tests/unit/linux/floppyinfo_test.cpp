@@ -86,6 +86,7 @@ TEST(Floppy, thatAnswersNothingKeepsTheErrorOfItsType)
 {
     const floppyinfo info("/dev/null");
     EXPECT_EQ(info.errorcode(), ENOTTY);
+    EXPECT_FALSE(info.mediapresent());
     EXPECT_EQ(info.totalsize(), 0);
     EXPECT_STREQ(info.model(), "");
 }
