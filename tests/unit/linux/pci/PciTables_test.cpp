@@ -1,6 +1,10 @@
 #include "linux/pci/PciTables.h"
 
 #include <gtest/gtest.h>
+#include <string>
+
+#include "com/Owned.h"
+#include "com/md5file.h"
 
 TEST(PciTables, areInAscendingOrderWithAnAllZeroRowAtTheEnd)
 {
@@ -72,6 +76,24 @@ TEST(PciTables, holdTheWellKnownRows)
         EXPECT_STREQ(found->chipName, device.chipName);
         EXPECT_STREQ(found->description, device.description);
     }
+}
+
+// A snapshot is replaced as a whole, with these digests; a slip in one of its thousands of rows is none.
+TEST(PciTables, areTheWholeSnapshotToTheLetter)
+{
+    std::string vendors;
+    for (size_t i = 0; i < PciVenTableCount; ++i) {
+        const PciVendor& vendor = PciVenTable[i];
+        vendors += std::to_string(vendor.vendorId) + '\t' + vendor.shortName + '\t' + vendor.fullName + '\n';
+    }
+    EXPECT_STREQ(OwnedText(md5_checksum(vendors.c_str())).get(), "aed43281f71930c0da4a7bcb3f262227");
+
+    std::string devices;
+    for (size_t i = 0; i < PciDevTableCount; ++i) {
+        const PciDevice& device = PciDevTable[i];
+        devices += std::to_string(pciSortKey(device)) + '\t' + device.chipName + '\t' + device.description + '\n';
+    }
+    EXPECT_STREQ(OwnedText(md5_checksum(devices.c_str())).get(), "6641969159f0fdf15c48cdfe7b9e6b12");
 }
 
 TEST(PciTables, aNumberThatIsNotThereOrNeedsMoreThan16BitsIsNotFound)
