@@ -39,6 +39,11 @@ TEST(Regional, fiveHoursWestOfUtc)
     EXPECT_TRUE(result.logHas("\nTimezone seconds=18000\nTimezone plus/minus=-\nTimezone daylight=0"));
 }
 
+TEST(Regional, aSecondWestOfUtcIsWest)
+{
+    expectZone(scanIn("NEAR0:00:01"), "1", "-", "F", "NEAR", "NEAR");
+}
+
 TEST(Regional, utcCountsAsEast)
 {
     expectZone(scanIn("UTC0"), "0", "+", "F", "UTC", "UTC");

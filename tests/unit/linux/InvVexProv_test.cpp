@@ -11,6 +11,7 @@
 #include <sys/syscall.h>
 #include <vector>
 
+#include "com/VexAttribIds.h"
 #include "com/VexDebug.h"
 #include "tests/unit/Capture.h"
 
@@ -109,5 +110,16 @@ TEST(Provider, initSetsTheMasksAndTermClearsThem)
         vexTerm();
         EXPECT_EQ(_vexDebugCategory, 0U);
         EXPECT_EQ(_vexDebugLevel, 0U);
+    });
+}
+
+TEST(Provider, givesNoTableBeforeInitAndAfterTerm)
+{
+    EXPECT_EQ(vexGetTable(GROUP_MEMORY), nullptr);
+    inChild([] {
+        ASSERT_NO_FATAL_FAILURE(forbidOpening());
+        vexInit(0, 0, nullptr);
+        vexTerm();
+        EXPECT_EQ(vexGetTable(GROUP_MEMORY), nullptr);
     });
 }
