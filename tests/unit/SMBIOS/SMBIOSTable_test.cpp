@@ -3,8 +3,10 @@
 #include <cstdio>
 #include <gtest/gtest.h>
 #include <memory>
+#include <sys/resource.h>
 #include <unistd.h>
 
+#include "tests/unit/Capture.h"
 #include "tests/unit/LogCapture.h"
 #include "tests/unit/SMBIOS/TableBuilder.h"
 
@@ -20,6 +22,16 @@ static std::unique_ptr<SMBIOSTable> parsed(const TableBytes& table)
     return parsed(table, table.count());
 }
 
+static void expectEmpty(const SMBIOSTable& table)
+{
+    EXPECT_EQ(table.isAvailable(), 0);
+    EXPECT_EQ(table.getData(), nullptr);
+    for (const int value :
+         {table.getRevision(), table.getMajorVersion(), table.getMinorVersion(), table.getTotalLength(),
+          table.getNumTables(), table.getTable4Total(), table.getTable4PopulatedTotal()})
+        EXPECT_EQ(value, 0);
+}
+
 TEST(SMBIOSTable, fromBytesIsAvailableWithTheRevisionAsGiven)
 {
     const TableBytes bytes = TableBytes().add(Structure(2, 8)).end();
@@ -32,6 +44,15 @@ TEST(SMBIOSTable, fromBytesIsAvailableWithTheRevisionAsGiven)
     EXPECT_EQ(table.getNumTables(), 2);
     EXPECT_EQ(std::vector<unsigned char>(table.getData(), table.getData() + bytes.length()), bytes.bytes());
     EXPECT_EQ(table.getTable2(), nullptr) << "not parsed yet";
+}
+
+TEST(SMBIOSTable, isEmptyWherePhysicalMemoryCannotBeRead)
+{
+    inChild([] {
+        const rlimit noFiles = {0, 0};
+        ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &noFiles), 0);
+        expectEmpty(SMBIOSTable());
+    });
 }
 
 TEST(SMBIOSTable, keepsTheFirstOfTypesThatAreKeptOnce)
@@ -341,7 +362,7 @@ TEST_F(DumpFile, thatCannotBeTrueLeavesTheTableEmpty)
 TEST_F(DumpFile, thatIsMissingLeavesTheTableEmpty)
 {
     SMBIOSTable table("/nonexistent/dump");
-    EXPECT_EQ(table.getTotalLength(), 0);
+    expectEmpty(table);
     table.writeBytesToFile("/nonexistent/dump");
 }
 
