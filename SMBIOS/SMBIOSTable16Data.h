@@ -17,10 +17,6 @@ public:
     unsigned short getNumMemDevices() const { return numMemDevices_; }
 
 private:
-    unsigned char location_ = 0;
-    unsigned char use_ = 0;
-    unsigned char memoryErrorCorrection_ = 0;
     uint32_t maxCapacity_ = 0; // KB
-    unsigned short memoryErrorHandle_ = 0;
     unsigned short numMemDevices_ = 0;
 };

@@ -15,13 +15,6 @@ public:
     unsigned char getNumAssocMemorySlots() const { return numAssocMemorySlots_; }
 
 private:
-    unsigned char errorDetectingMethod_ = 0;
-    unsigned char errorCorrectingCapability_ = 0;
-    unsigned char supportedInterleave_ = 0;
-    unsigned char currentInterleave_ = 0;
     unsigned char maximumMemoryModuleSize_ = 0;
-    unsigned short supportedSpeeds_ = 0;
-    unsigned short supportedMemoryTypes_ = 0;
-    unsigned char memoryModuleVoltage_ = 0;
     unsigned char numAssocMemorySlots_ = 0;
 };
