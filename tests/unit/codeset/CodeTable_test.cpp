@@ -24,21 +24,35 @@ protected:
     }
 
     // Converts all that could lead a look-up astray, in all directions.
-    static void exercise(kst_handle handle)
+    // All first bytes with what may follow them.
+    static std::string manyBytes()
     {
         std::string text;
         for (unsigned first = 0; first < 256; ++first)
             for (const unsigned second : {0x00U, 0x0EU, 0x30U, 0x40U, 0x81U, 0xA1U, 0xFEU, 0xFFU})
                 for (const unsigned third : {0x21U, 0x80U, 0xA1U, 0xFFU})
                     text += {static_cast<char>(first), static_cast<char>(second), static_cast<char>(third)};
-        toUtf8(handle, text);
-        toUtf8(handle, "\x0E" + text);
-        toUcs2(handle, text);
+        return text;
+    }
+
+    static std::string manyCharacters()
+    {
         std::string unicode;
         for (uint32_t c = 0; c <= 0x10FFFF; c += c < 0x500 ? 1 : 0x101)
             unicode += utf8(c);
+        return unicode;
+    }
+
+    static void exercise(kst_handle handle)
+    {
+        static const std::string text = manyBytes();
+        static const std::string unicode = manyCharacters();
+        static const auto ucs2 = toUcs2(nullptr, unicode);
+        toUtf8(handle, text);
+        toUtf8(handle, "\x0E" + text);
+        toUcs2(handle, text);
         fromUtf8(handle, unicode);
-        fromUcs2(handle, toUcs2(nullptr, unicode));
+        fromUcs2(handle, ucs2);
     }
 };
 
@@ -399,8 +413,8 @@ TEST_F(CodeTableTest, tablesCutAtEveryByteAreRefusedOrConvert)
 TEST_F(CodeTableTest, damagedTablesAreRefusedOrConvert)
 {
     std::mt19937 random(11);
+    const std::vector<std::string> tables = SmallTables::all();
     for (int round = 0; round < 2000; ++round) {
-        const std::vector<std::string> tables = SmallTables::all();
         std::string bytes = tables[random() % tables.size()];
         for (unsigned damages = 1 + random() % 8; damages > 0; --damages) {
             // The header decides most; only its fields and the arrays' beginnings are worth hitting.
