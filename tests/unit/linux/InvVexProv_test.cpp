@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "com/VexAttribIds.h"
+#include "com/VexCatalog.h"
 #include "com/VexDebug.h"
 #include "tests/unit/Capture.h"
 
@@ -115,11 +116,14 @@ TEST(Provider, initSetsTheMasksAndTermClearsThem)
 
 TEST(Provider, givesNoTableBeforeInitAndAfterTerm)
 {
-    EXPECT_EQ(vexGetTable(GROUP_MEMORY), nullptr);
     inChild([] {
         ASSERT_NO_FATAL_FAILURE(forbidOpening());
-        vexInit(0, 0, nullptr);
-        vexTerm();
         EXPECT_EQ(vexGetTable(GROUP_MEMORY), nullptr);
+        vexInit(0, 0, nullptr);
+        uint32_t* const list = vexGetSupportedTables();
+        vexTerm();
+        for (const uint32_t* id = list; *id != VEX_END; ++id)
+            EXPECT_EQ(vexGetTable(*id), nullptr) << *id;
+        vexFreeSupportedTables(list);
     });
 }
