@@ -113,7 +113,7 @@ Verdict writeRubbish(const WatchedCall& call)
 
 TEST_F(Accident, killedWorkersCostTheirGroup)
 {
-    for (const size_t worker : {0, 5, 11, 23}) {
+    for (const size_t worker : {0u, 5u, 11u, 23u}) {
         const ProgramResult result = scan(worker, die);
         expectLost(result, 1, "Failed: ended by signal 9");
         EXPECT_LT(result.took, kDeadline + kBeyond);
@@ -144,7 +144,7 @@ TEST_F(Accident, allHungIsStillAReport)
 
 TEST_F(Accident, rubbishInAPipeCostsItsGroup)
 {
-    for (const size_t worker : {0, 13}) {
+    for (const size_t worker : {0u, 13u}) {
         const ProgramResult result = scan(worker, writeRubbish);
         expectLost(result, 1, "Failed: ended"); // by the scan, or because it had written all
         EXPECT_LT(result.took, kDeadline + kBeyond);

@@ -74,6 +74,22 @@ TEST(Dump, everyMessageUpToTheEndIsTaken)
     EXPECT_EQ(countOf(Replies({})), Count(0, 1));
 }
 
+TEST(Dump, whatIsNotAnsweredToTheEndIsToldWithItsError)
+{
+    const auto isAnswered = [](Replies peer) {
+        errno = 0;
+        return dump(
+            peer, RTM_GETADDR, [] {}, [](const nlmsghdr&) {});
+    };
+    EXPECT_TRUE(isAnswered(Replies({message(NLMSG_DONE, 1)})));
+    EXPECT_FALSE(isAnswered(Replies({message(RTM_NEWADDR, 1)})));
+    EXPECT_EQ(errno, EAGAIN);
+    EXPECT_FALSE(isAnswered(Replies({""})));
+    EXPECT_EQ(errno, EIO);
+    EXPECT_FALSE(isAnswered(Replies({message(NLMSG_ERROR, 1)}))) << "too short to say which";
+    EXPECT_EQ(errno, EIO);
+}
+
 TEST(Dump, aListThatChangedIsAskedAgain)
 {
     EXPECT_EQ(countOf(Replies({message(RTM_NEWADDR, 1) + message(RTM_NEWADDR, 1, NLM_F_DUMP_INTR),
