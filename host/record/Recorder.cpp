@@ -181,15 +181,16 @@ Answer<std::vector<std::string>> Recorder::lines(const RootFolder& folder, std::
 // One name more than the limit is kept, as of contents. Returns the error of listing.
 int Recorder::keepList(const RootFolder& folder, const std::string& real, size_t limit)
 {
-    const auto [place, isNew] = lists_.try_emplace(real, 0);
-    if (!isNew)
-        return place->second;
+    const auto [listed, isFirst] = lists_.try_emplace(real, 0);
+    if (!isFirst)
+        return listed->second;
     const Answer<std::vector<Entry>> list = folder.list(real, limit + 1);
-    place->second = list.error;
+    listed->second = list.error;
     for (const Entry& entry : list.value) {
         const std::string child = childOf(real, entry.name);
-        if (known_.count(child) == 0)
-            known_.emplace(child, keep(folder, child, entry.kind));
+        const auto [known, isNew] = known_.try_emplace(child);
+        if (isNew)
+            known->second = keep(folder, child, entry.kind);
     }
     if (list.error == 0 && !list.isCut)
         wholeLists_.insert(real);
