@@ -6,6 +6,7 @@
 #include "host/processor/Topology.h"
 #include "host/system/SystemFiles.h"
 #include "host/system/Virtualization.h"
+#include "host/text/NumberList.h"
 #include "report/Text.h"
 #include "report/catalog/AttributeIds.h"
 

@@ -54,8 +54,7 @@ bool canBeXml(const std::string& text)
 class JsonParse final : public nlohmann::json_sax<nlohmann::json>
 {
 public:
-    JsonParse(Input& input, ReportSink& sink, ReadProblem& problem)
-        : input_(input), stream_(input), sink_(sink), rows_(sink, problem)
+    JsonParse(Input& input, ReportSink& sink, ReadProblem& problem) : stream_(input), sink_(sink), rows_(sink, problem)
     {
     }
     ReadResult run();
@@ -96,7 +95,6 @@ private:
         return rows_.fail(stream_.line(), std::move(message), kind);
     }
 
-    Input& input_;
     JsonStream stream_;
     ReportSink& sink_;
     RowMaker rows_;

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include <libxml/globals.h>
 #include <libxml/xmlreader.h>
 
 #include "report/Content.h"
@@ -13,6 +14,24 @@ namespace report
 {
 namespace
 {
+// While it lives, the library prints nothing of its own: what has no parser at hand (a decoder that gives up) goes to
+// standard error otherwise. The setting is each thread's own.
+class Silence
+{
+public:
+    Silence()
+    {
+        xmlSetStructuredErrorFunc(nullptr, [](void*, xmlErrorPtr) {});
+    }
+    ~Silence() { xmlSetStructuredErrorFunc(context_, function_); }
+    Silence(const Silence&) = delete;
+    Silence& operator=(const Silence&) = delete;
+
+private:
+    void* context_ = xmlStructuredErrorContext;
+    xmlStructuredErrorFunc function_ = xmlStructuredError;
+};
+
 struct FreeReader {
     void operator()(xmlTextReader* reader) const { xmlFreeTextReader(reader); }
 };
@@ -280,6 +299,7 @@ ReadResult XmlParse::result(int parsed)
 
 ReadResult XmlParse::run()
 {
+    const Silence silence;
     reader_.reset(xmlReaderForIO(readFiltered, nullptr, this, nullptr, nullptr, XML_PARSE_NONET));
     if (reader_ == nullptr) {
         rows_.fail(0, "no memory for an XML parser");

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "host/system/SystemFiles.h"
+#include "host/text/NumberList.h"
 #include "report/Text.h"
 
 namespace host

@@ -351,7 +351,8 @@ TEST(Root, aFolderThatIsNotThereIsNotOpen)
     EXPECT_EQ(Root(tree.at("/none"), notes).read("/etc/passwd"), std::nullopt);
     EXPECT_EQ(Root(tree.at("/none"), notes).list("/"), Names());
     EXPECT_EQ(Root(tree.at("/none"), notes).realPath("/"), std::nullopt);
-    EXPECT_EQ(notes.text(), tree.at("/none") + ": No such file or directory; " + tree.at("/file") + ": Not a directory");
+    EXPECT_EQ(notes.text(),
+              tree.at("/none") + ": No such file or directory; " + tree.at("/file") + ": Not a directory");
 }
 
 // The kernel gives up with EAGAIN while folders are renamed; no answer may be lost by that.

@@ -162,6 +162,18 @@ TEST(XmlReader, tellsLineAndExpectation)
     }
 }
 
+// What cannot be decoded is told by the reader alone; the library has nothing to say to the terminal.
+TEST(XmlReader, printsNothing)
+{
+    for (const char* encoding : {"UTF-16", "UTF-16LE", "UCS-4", "ASCII", "ISO-2022-JP", "EBCDIC-US", "HTML", "none"}) {
+        testing::internal::CaptureStderr();
+        const Read bad = read("<?xml version=\"1.0\" encoding=\"" + std::string(encoding) +
+                              "\"?>\n<serviceDataList>\xFF\xD8\x1B$B\x80 x</serviceDataList>");
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "") << encoding;
+        EXPECT_EQ(bad.result, ReadResult::MALFORMED) << encoding;
+    }
+}
+
 TEST(XmlReader, namesGroupRowAndAttributeOfAProblem)
 {
     const std::string good = xmlRow("Storage", "2", "<Model>x</Model>");
