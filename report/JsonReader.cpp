@@ -64,11 +64,11 @@ public:
     bool needsHeader() const { return needsHeader_; }
 
     bool null() override { return unexpected("null"); }
-    bool boolean(bool value) override;
-    bool number_integer(number_integer_t value) override;
-    bool number_unsigned(number_unsigned_t value) override;
-    bool number_float(number_float_t value, const string_t& digits) override;
-    bool string(string_t& value) override;
+    bool boolean(bool isTrue) override;
+    bool number_integer(number_integer_t number) override;
+    bool number_unsigned(number_unsigned_t number) override;
+    bool number_float(number_float_t number, const string_t& digits) override;
+    bool string(string_t& text) override;
     bool binary(binary_t&) override { return false; } // JSON texts have none
     bool start_object(size_t) override;
     bool key(string_t& value) override;

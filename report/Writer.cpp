@@ -46,17 +46,18 @@ std::string valueText(const Value& value)
     return dateTimeText(std::get<DateTime>(value.content));
 }
 
-std::string rfc3339(const DateTime& t)
+std::string rfc3339(const DateTime& dateTime)
 {
     char text[64];
-    snprintf(text, sizeof text, "%04d-%02d-%02dT%02d:%02d:%02d", t.year, t.month, t.day, t.hour, t.minute, t.second);
+    snprintf(text, sizeof text, "%04d-%02d-%02dT%02d:%02d:%02d", dateTime.year, dateTime.month, dateTime.day,
+             dateTime.hour, dateTime.minute, dateTime.second);
     std::string result = text;
-    if (!t.offsetSeconds)
+    if (!dateTime.offsetSeconds)
         return result;
-    if (*t.offsetSeconds == 0)
+    if (*dateTime.offsetSeconds == 0)
         return result + 'Z';
-    const int minutes = std::abs(*t.offsetSeconds) / 60;
-    snprintf(text, sizeof text, "%c%02d:%02d", *t.offsetSeconds < 0 ? '-' : '+', minutes / 60, minutes % 60);
+    const int minutes = std::abs(*dateTime.offsetSeconds) / 60;
+    snprintf(text, sizeof text, "%c%02d:%02d", *dateTime.offsetSeconds < 0 ? '-' : '+', minutes / 60, minutes % 60);
     return result + text;
 }
 

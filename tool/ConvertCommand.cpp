@@ -167,7 +167,9 @@ bool writeTables(const std::string& folder, const report::CsvColumnsSink& column
             out << heading;
             spool->copyTo(out);
         };
-        if (!writeOutput(folder + "/" + name + ".csv", write, reason))
+        std::string path = folder;
+        path.append("/").append(name).append(".csv");
+        if (!writeOutput(path, write, reason))
             return false;
     }
     return true;

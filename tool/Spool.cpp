@@ -11,7 +11,7 @@ namespace tool
 {
 namespace
 {
-constexpr size_t kBlock = 64 * 1024;
+constexpr size_t kBlock = size_t{64} * 1024;
 } // namespace
 
 Spool::Spool() : descriptor_(report::temporaryFile()), stream_(nullptr)

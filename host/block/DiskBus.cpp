@@ -29,7 +29,8 @@ void readIdentify(const Root& root, DiskBus& bus)
         if (!port || address.size() != 4)
             continue;
         const std::string device = "dev" + std::to_string(*port) + '.' + std::string(address[2]);
-        bus.identifyPath = ancestor + "/link" + std::to_string(*port) + '/' + device + "/ata_device/" + device + "/id";
+        bus.identifyPath = ancestor + "/link" + std::to_string(*port);
+        bus.identifyPath.append("/").append(device).append("/ata_device/").append(device).append("/id");
         bus.identify = AtaIdentify::parse(root.read(bus.identifyPath).value_or(""));
         return;
     }

@@ -217,6 +217,7 @@ std::vector<MemoryDevice> memoryDevicesOfUdev(std::string_view text)
             takeUdevValue(name.substr(end + 1), value, byNumber[*number]);
     }
     std::vector<MemoryDevice> devices;
+    devices.reserve(byNumber.size());
     for (auto& [number, device] : byNumber)
         devices.push_back(std::move(device));
     return devices;

@@ -102,7 +102,7 @@ private:
         isFull_ = isFull_ || chosenBytes_ + line.size() > limits_.chosen;
         if (isFull_)
             return;
-        chosenBytes_ += line.size() + sizeof line_;
+        chosenBytes_ += line.size() + sizeof(std::string);
         chosen_.emplace_back(line);
     }
 
@@ -119,7 +119,7 @@ private:
 Answer<std::vector<std::string>> chooseLines(int file, const LineChoice& isWanted, const LineLimits& limits)
 {
     LineChooser chooser(isWanted, limits);
-    std::vector<char> piece(64 * 1024);
+    std::vector<char> piece(size_t{64} * 1024);
     size_t size = 0;
     ssize_t got = 1;
     while (size < limits.file && !chooser.isFull() && (got = readSome(file, piece.data(), piece.size())) > 0) {

@@ -140,10 +140,10 @@ MaybeFact hypervisorOf(const Machine& machine)
     MaybeFact fact = hypervisorOfCpuid(machine.kernel);
     if (fact && fact->value != "Other" && fact->value != "Hyper-V")
         return fact;
-    if (const MaybeFact kernel = hypervisorOfKernel(machine.root))
+    if (MaybeFact kernel = hypervisorOfKernel(machine.root))
         return kernel;
     // Other hypervisors show Hyper-V's leaf too; the firmware knows better.
-    if (const MaybeFact firmware = hypervisorOfFirmware(machine.root))
+    if (MaybeFact firmware = hypervisorOfFirmware(machine.root))
         return firmware;
     return fact ? fact : hypervisorOfFlags(machine.root);
 }

@@ -63,7 +63,7 @@ char openQuote(std::string_view word)
 std::string maskAssignment(std::string_view word)
 {
     const size_t value = secretValue(word);
-    const std::string plain = maskUri(word.substr(0, value));
+    std::string plain = maskUri(word.substr(0, value));
     if (value == std::string_view::npos)
         return plain;
     const char quote = openQuote(word.substr(0, value));

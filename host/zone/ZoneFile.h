@@ -37,6 +37,6 @@ struct ZoneFile {
     std::optional<ZoneRule> rule; // after the last transition
 };
 
-/// Absent when the bytes are no such file or contradict themselves.
-std::optional<ZoneFile> parseZoneFile(std::string_view bytes);
+/// Absent when the content is no such file or contradicts itself.
+std::optional<ZoneFile> parseZoneFile(std::string_view content);
 } // namespace host

@@ -116,7 +116,7 @@ std::string RuleReader::name()
         return isLetter(character) || (isQuoted && (isDigit(character) || character == '+' || character == '-'));
     };
     const auto end = std::find_if_not(text_.begin(), text_.end(), belongs);
-    const std::string name(text_.begin(), end);
+    std::string name(text_.begin(), end);
     text_.remove_prefix(name.size());
     if (isQuoted)
         expect('>');

@@ -39,7 +39,7 @@ public:
     /// The error number of a read that failed; the input then ends there. 0 when none did.
     int error() const { return error_; }
 
-    static constexpr size_t kBlock = 64 * 1024;
+    static constexpr size_t kBlock = size_t{64} * 1024;
 
 private:
     Input(int descriptor, bool isOwned) : descriptor_(descriptor), isOwned_(isOwned) {}

@@ -10,8 +10,8 @@
 namespace report
 {
 /// What a reader takes at most, so that memory stays bounded whatever a file holds.
-constexpr size_t kMostTextBytes = 1024 * 1024;     // of one text
-constexpr size_t kMostRowBytes = 16 * 1024 * 1024; // of all names, texts and sources of a row
+constexpr size_t kMostTextBytes = size_t{1024} * 1024;     // of one text
+constexpr size_t kMostRowBytes = size_t{16} * 1024 * 1024; // of all names, texts and sources of a row
 constexpr size_t kMostRowValues = 4096;
 
 /// Makes rows of the names and texts that a reader finds, for both forms. Functions that return false have told why.

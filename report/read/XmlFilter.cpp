@@ -177,7 +177,7 @@ bool XmlFilter::pumpMarkup()
     size_t end = tagEnd(bytes);
     if (end == bytes.npos)
         end = tagEnd(input_.peek(Input::kBlock));
-    if (end != bytes.npos && end <= kMostTagBytes)
+    if (end <= kMostTagBytes) // no end is beyond every bound
         return pumpTag(input_.peek(0).substr(0, end));
     if (input_.peek(0).size() >= Input::kBlock)
         return fail("a tag of more than " + std::to_string(kMostTagBytes) + " bytes", ProblemKind::SIZE);

@@ -104,7 +104,7 @@ TEST_F(SlmFile, shorterThanTheMappingKeepsWhatIsWrittenInWriteMode)
 TEST_F(SlmFile, cannotBeChangedInReadMode)
 {
     const int file = open(path_, O_RDONLY);
-    for (const unsigned long pages : {3, 5}) { // the file's own mapping, and a copy, which is longer than the file
+    for (const unsigned long pages : {3ul, 5ul}) { // the file's own mapping, and a copy, which is longer than the file
         void* const start = slm_file_mmap(path_, 0, pages * slm_get_page_size(), 1, 0, &handle_);
         ASSERT_NE(start, MAP_FAILED);
         EXPECT_EQ(pread(file, start, 1, 0), -1) << pages;
