@@ -30,10 +30,10 @@ static void expandSingleBytes(CodeTable& table)
     const bool invariant = table.family == Family::EbcdicDbcs; // the characters that all EBCDIC pages share
     const size_t values = invariant ? table.rowOffsets[0] : kRowsOffset;
     table.linear.resize(256);
-    for (uint16_t byte = 0; byte < table.linear.size(); ++byte) {
+    for (unsigned byte = 0; byte < table.linear.size(); ++byte) {
         uint16_t& value = table.linear[byte];
         if (ascii && byte < 0x80)
-            value = byte;
+            value = static_cast<uint16_t>(byte);
         else if (invariant && invar_eb_to_ucs[byte] != 0)
             value = def_eb_to_ucs[byte];
         else

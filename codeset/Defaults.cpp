@@ -41,7 +41,7 @@ int kst_init()
     const bool isConfigured = configured != nullptr && *configured != '\0';
     char tableName[kPathLimit + 1];
     get_table_name(isConfigured ? configured : "OS", tableName, sizeof tableName);
-    kst_handle const named = kst_cs_new(tableName);
+    kst_handle named = kst_cs_new(tableName);
     service.initial = named != nullptr ? named : kst_cs_new("DEFAULT");
     service.current = service.initial;
     openOperatingSystem(tableName, named);
