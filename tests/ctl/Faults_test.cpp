@@ -6,6 +6,7 @@
 
 #include "tests/ctl/SmallMachine.h"
 
+#if !defined(__SANITIZE_ADDRESS__) // whose own calls would fail, and end the program
 namespace
 {
 // A sample of what ./dev faults does.
@@ -27,13 +28,14 @@ TEST(Faults, ofACopysScanEndInAReport)
 {
     const Tree tree;
     addSmallMachine(tree);
-    trySome(tree.folder(), {"Storage", "Memory Modules", "Site"}, kIsSanitized ? 41 : 13);
+    trySome(tree.folder(), {"Storage", "Memory Modules", "Site"}, 13);
 }
 
 TEST(Faults, ofALiveScanEndInAReport)
 {
-    trySome("", {"Route", "Network Adapter", "Partition"}, kIsSanitized ? 67 : 23);
+    trySome("", {"Route", "Network Adapter", "Partition"}, 23);
 }
+#endif
 
 // That a fault is met: a call that fails for good is seen in the status.
 TEST(Faults, areMadeWhereTheyArePlanned)
