@@ -108,7 +108,7 @@ checked | but "$second" | tidy || fail "clang-tidy"
 checked | { grep -E "$second" || true; } | tidy ${deep:---checks=-clang-analyzer-*} || fail "clang-tidy"
 
 echo "== cppcheck"
-cppcheck --quiet --std=c++20 --language=c++ --inline-suppr --error-exitcode=1 -j "$(nproc)" -I . \
+[ -z "$(checked)" ] || cppcheck --quiet --std=c++20 --language=c++ --inline-suppr --error-exitcode=1 -j "$(nproc)" -I . \
     --enable=warning,performance,portability --suppressions-list=tests/cppcheck-suppressions.txt \
     --file-list=<(checked) || fail "cppcheck"
 
