@@ -15,7 +15,7 @@ VexTable* table = nullptr; // under construction
 
 std::string namesText(LoggedNames names, const DriveRow& drive)
 {
-    const std::string model = std::string(" model=>") + drive.model + "<";
+    std::string model = std::string(" model=>") + drive.model + "<";
     if (names == LoggedNames::Model)
         return model;
     const std::string manufacturer = std::string(" manufac=>") + drive.manufacturer + "<";
