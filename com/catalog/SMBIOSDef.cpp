@@ -6,32 +6,8 @@
 // clang-format off
 // SMBIOS chassis types.
 constexpr vexEnumDef VEX_ATTRIB_SMBIOS_ENCLOSURE_TYPE_ENUM_DEF[] = {
-    {SMBIOS_ENCLOSURE_OTHER,        "Other"},
-    {2,                             "Unknown"},
-    {3,                             "Desktop"},
-    {4,                             "Low Profile Desktop"},
-    {5,                             "Pizza Box"},
-    {6,                             "Mini Tower"},
-    {7,                             "Tower"},
-    {8,                             "Portable"},
-    {9,                             "Laptop"},
-    {10,                            "Notebook"},
-    {11,                            "Handheld"},
-    {12,                            "Docking Station"},
-    {13,                            "All in One"},
-    {14,                            "Sub-notebook"},
-    {15,                            "Space-saving"},
-    {16,                            "Lunch Box"},
-    {17,                            "Main Server Chassis"},
-    {18,                            "Expansion Chassis"},
-    {19,                            "SubChassis"},
-    {20,                            "Bus Expansion Chassis"},
-    {21,                            "Peripheral Chassis"},
-    {22,                            "RAID Chassis"},
-    {23,                            "Rack Mount Chassis"},
-    {24,                            "Sealed-case PC"},
-    {SMBIOS_ENCLOSURE_MULTI_SYSTEM, "Multi-system chassis"},
-    {VEX_END,                       nullptr},
+#include "com/catalog/ChassisTypes.inc"
+    {VEX_END, nullptr},
 };
 
 // States of the power-on password in the firmware's hardware-security record.

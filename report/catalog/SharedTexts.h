@@ -1,5 +1,6 @@
 #pragma once
 
+#include "com/VexEnumValues.h"
 #include "com/catalog/CatalogCheck.h"
 
 // Enumerations and lists of words that attributes of more than one group have. They are each file's own: GCC under its
@@ -7,34 +8,10 @@
 
 namespace report
 {
-// Enclosure types of SMBIOS 3.7, 7.4.1. Those that com/catalog knows keep its texts.
+// Enclosure types of SMBIOS 3.7, 7.4.1.
 // clang-format off
 constexpr vexEnumDef CHASSIS_TYPE_ENUM_DEF[] = {
-    {1,       "Other"},
-    {2,       "Unknown"},
-    {3,       "Desktop"},
-    {4,       "Low Profile Desktop"},
-    {5,       "Pizza Box"},
-    {6,       "Mini Tower"},
-    {7,       "Tower"},
-    {8,       "Portable"},
-    {9,       "Laptop"},
-    {10,      "Notebook"},
-    {11,      "Handheld"},
-    {12,      "Docking Station"},
-    {13,      "All in One"},
-    {14,      "Sub-notebook"},
-    {15,      "Space-saving"},
-    {16,      "Lunch Box"},
-    {17,      "Main Server Chassis"},
-    {18,      "Expansion Chassis"},
-    {19,      "SubChassis"},
-    {20,      "Bus Expansion Chassis"},
-    {21,      "Peripheral Chassis"},
-    {22,      "RAID Chassis"},
-    {23,      "Rack Mount Chassis"},
-    {24,      "Sealed-case PC"},
-    {25,      "Multi-system chassis"},
+#include "com/catalog/ChassisTypes.inc"
     {26,      "Compact PCI"},
     {27,      "Advanced TCA"},
     {28,      "Blade"},
