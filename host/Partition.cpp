@@ -2,6 +2,7 @@
 // the first file system is asked for its size, because one of a server that is gone never answers.
 
 #include <algorithm>
+#include <map>
 
 #include "com/VexEnumValues.h"
 #include "host/Collectors.h"
@@ -154,6 +155,30 @@ RowBuilder sizeValues(const FileSystemSize& size)
     return row;
 }
 
+struct ListedMount {
+    Mount mount;
+    bool isHidden = false; // its path shows another mount, so that nobody can ask for its size
+};
+
+// A row a mount that holds files. Of those with the same keys the one that is seen, or else the uppermost, is the row.
+std::vector<ListedMount> listedMounts(const Root& root)
+{
+    std::vector<Mount> mounts = readMounts(root);
+    const std::vector<bool> hidden = hiddenMounts(mounts);
+    std::map<std::pair<std::string, std::string>, size_t> rowOf; // by point and source
+    std::vector<ListedMount> listed;
+    for (size_t i = 0; i < mounts.size(); ++i) {
+        if (isPseudo(mounts[i].type))
+            continue;
+        const auto [known, isNew] = rowOf.try_emplace({mounts[i].point, maskUri(mounts[i].source)}, listed.size());
+        if (isNew)
+            listed.push_back({std::move(mounts[i]), hidden[i]});
+        else if (listed[known->second].isHidden)
+            listed[known->second] = {std::move(mounts[i]), hidden[i]};
+    }
+    return listed;
+}
+
 // A line of /proc/swaps: path, type, size, used (kB), priority; a path ends at the type because blanks in it are
 // escaped.
 std::optional<RowBuilder> swapRow(const Machine& machine, std::string_view line, uint64_t index)
@@ -202,13 +227,16 @@ void collectPartition(const Machine& machine, Collection& collection)
     Devices devices(machine);
     std::vector<SizeQuestion> questions;
     std::vector<size_t> rows;
-    for (const Mount& mount : readMounts(machine.root)) {
-        if (isPseudo(mount.type))
+    uint64_t index = 0;
+    for (const ListedMount& listed : listedMounts(machine.root)) {
+        const Mount& mount = listed.mount;
+        const size_t row = collection.add(mountRow(mount, devices.of(mount), ++index));
+        if (listed.isHidden)
             continue;
-        rows.push_back(collection.add(mountRow(mount, devices.of(mount), rows.size() + 1)));
+        rows.push_back(row);
         questions.push_back({mount.point, fileSystemType(mount.type).isRemote});
     }
-    addSwaps(machine, rows.size(), collection);
+    addSwaps(machine, index, collection);
     askSizes(machine, questions, collection.notes(),
              [&](size_t question, const FileSystemSize& size) { collection.amend(rows[question], sizeValues(size)); });
 }

@@ -11,8 +11,9 @@ class Root;
 
 /// One line of /proc/self/mountinfo (proc(5)), octal escapes resolved.
 struct Mount {
-    std::string number; // major:minor of the device
-    std::string root;   // of the mount within its file system
+    std::string id, parent; // of the mount, and of the one that it is mounted on
+    std::string number;     // major:minor of the device
+    std::string root;       // of the mount within its file system
     std::string point;
     std::string options, superOptions;
     std::string type;
@@ -23,6 +24,10 @@ constexpr std::string_view kMountinfo = "/proc/self/mountinfo";
 
 /// The lines of a mountinfo text, those of another form left out.
 std::vector<Mount> parseMounts(std::string_view text);
+
+/// Which mounts no path leads to, because another one was mounted on their point or on a folder above it: what their
+/// path is asked, the upper mount answers.
+std::vector<bool> hiddenMounts(const std::vector<Mount>& mounts);
 
 /// Every mount that the scan's process sees.
 std::vector<Mount> readMounts(const Root& root);
