@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 using namespace host;
 using Numbers = std::vector<uint32_t>;
 
@@ -25,6 +27,7 @@ TEST(NumbersOfList, takesNumbersAndRanges)
         {"4294967296", {}},
         {"4294967294-4294967295", {4294967294, 4294967295}},
         {"8,1-2,2", {1, 2, 8}}, // ascending, each once, whoever wrote it
+        {"4-6,1-5,2-3,9,5-7", {1, 2, 3, 4, 5, 6, 7, 9}},
     };
     for (const auto& c : cases)
         EXPECT_EQ(numbersOfList(c.list), c.numbers) << c.list;
@@ -34,4 +37,8 @@ TEST(NumbersOfList, isBounded)
 {
     EXPECT_EQ(countOfList("0-4294967295"), 65536u);
     EXPECT_EQ(countOfList("0-4294967295,0-4294967295,7"), 65536u);
+    std::string repeated;
+    for (int i = 0; i < 20000; ++i)
+        repeated += "0-65535,";
+    EXPECT_EQ(countOfList(repeated), 65536u); // each number looked at 20,000 times would take a minute and more
 }
