@@ -34,9 +34,12 @@ RowBuilder::RowBuilder(uint32_t group, report::Row&& row) : group_(*report::find
 // Values stand in the catalog's order.
 void RowBuilder::put(uint32_t attribute, report::Content content, std::string_view source)
 {
+    constexpr size_t kUsualValues = 8;
     const report::Attribute* definition = group_.find(attribute);
     if (definition == nullptr || !fits(definition->type, content))
         return;
+    if (row_.values.empty())
+        row_.values.reserve(kUsualValues);
     const auto place = std::lower_bound(
         row_.values.begin(), row_.values.end(), definition->position,
         [](const report::Value& value, size_t position) { return value.attribute->position < position; });

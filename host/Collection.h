@@ -76,10 +76,28 @@ public:
     /// Adds values to a row that was handed over before (what takes long is asked after all rows are safe).
     virtual void amend(size_t row, RowBuilder&& values) = 0;
 
+    /// Between these calls rows may wait for others that come at once, and cost less so. To be used where nothing that
+    /// takes long is asked between them.
+    virtual void hold() {}
+    virtual void release() {}
+
     Notes& notes() { return notes_; }
 
 private:
     Notes notes_;
+};
+
+/// Holds a collection's rows together for as long as it lives.
+class RowsTogether
+{
+public:
+    explicit RowsTogether(Collection& collection) : collection_(collection) { collection_.hold(); }
+    ~RowsTogether() { collection_.release(); }
+    RowsTogether(const RowsTogether&) = delete;
+    RowsTogether& operator=(const RowsTogether&) = delete;
+
+private:
+    Collection& collection_;
 };
 
 /// A collector adds the rows of its group; it returns early whenever there is nothing to tell.

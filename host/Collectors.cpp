@@ -40,6 +40,7 @@ constexpr Collector kCollectors[] = {
     {GROUP_BATTERY, collectBattery},
     {GROUP_SENSOR, collectSensor},
     {GROUP_KERNEL_MODULE, collectKernelModule},
+    {GROUP_SOFTWARE_PACKAGES, collectSoftwarePackages},
     {GROUP_LPAR, collectLpar},
     {GROUP_SITE, collectSite},
     {GROUP_MACHINE_IDENTITY, collectMachineIdentity},

@@ -40,6 +40,7 @@ void collectParallelPort(const Machine& machine, Collection& collection);
 void collectBattery(const Machine& machine, Collection& collection);
 void collectSensor(const Machine& machine, Collection& collection);
 void collectKernelModule(const Machine& machine, Collection& collection);
+void collectSoftwarePackages(const Machine& machine, Collection& collection);
 void collectLpar(const Machine& machine, Collection& collection);
 void collectSite(const Machine& machine, Collection& collection);
 void collectMachineIdentity(const Machine& machine, Collection& collection);

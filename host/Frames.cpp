@@ -60,16 +60,6 @@ std::string rowBytes(const report::Row& row)
     return bytes;
 }
 
-void writeFrame(int pipe, FrameKind kind, std::string_view payload)
-{
-    std::string frame;
-    frame.reserve(kHeaderLength + payload.size());
-    append(frame, kind);
-    append(frame, static_cast<uint32_t>(payload.size()));
-    frame += payload;
-    writeAll(pipe, frame);
-}
-
 // Takes a value from the front of the bytes; false, and nothing taken, when there are too few.
 template <typename T>
 bool take(std::string_view& bytes, T& value)
@@ -159,9 +149,29 @@ bool takeValues(std::string_view bytes, RowBuilder& row)
 }
 } // namespace
 
+// A whole frame goes into the pipe at once, held ones in pieces that a pipe has room for.
+void PipeCollection::write(std::string_view payload, uint8_t kind)
+{
+    constexpr size_t kMostHeld = 32768;
+    append(held_, kind);
+    append(held_, static_cast<uint32_t>(payload.size()));
+    held_ += payload;
+    if (isHolding_ && held_.size() < kMostHeld)
+        return;
+    writeAll(pipe_, held_);
+    held_.clear();
+}
+
+void PipeCollection::release()
+{
+    isHolding_ = false;
+    writeAll(pipe_, held_);
+    held_.clear();
+}
+
 size_t PipeCollection::add(RowBuilder&& row)
 {
-    writeFrame(pipe_, ROW, rowBytes(row.row()));
+    write(rowBytes(row.row()), ROW);
     return rows_++;
 }
 
@@ -169,7 +179,7 @@ void PipeCollection::amend(size_t row, RowBuilder&& values)
 {
     std::string payload;
     append(payload, static_cast<uint64_t>(row));
-    writeFrame(pipe_, AMENDMENT, payload + rowBytes(values.row()));
+    write(payload + rowBytes(values.row()), AMENDMENT);
 }
 
 void PipeCollection::end()
@@ -177,7 +187,7 @@ void PipeCollection::end()
     std::string payload;
     append(payload, static_cast<uint8_t>(notes().wasFound()));
     append(payload, static_cast<uint8_t>(notes().wasRefused()));
-    writeFrame(pipe_, OUTCOME, payload + notes().text());
+    write(payload + notes().text(), OUTCOME);
 }
 
 bool FrameReader::take(std::string_view bytes)

@@ -26,11 +26,17 @@ public:
     explicit PipeCollection(int pipe) : pipe_(pipe) {}
     size_t add(RowBuilder&& row) override;
     void amend(size_t row, RowBuilder&& values) override;
+    void hold() override { isHolding_ = true; }
+    void release() override;
     /// Writes the last frame.
     void end();
 
 private:
+    void write(std::string_view payload, uint8_t kind);
+
     int pipe_;
+    bool isHolding_ = false;
+    std::string held_;
     size_t rows_ = 0;
 };
 

@@ -211,9 +211,20 @@ std::optional<CpuidLeaf> Kernel::cpuid(uint32_t leaf, uint32_t subleaf) const
     return values;
 }
 
+// Seconds since 1970 UTC, 0 left out: it stands where a file system has no time.
+static std::optional<int64_t> secondsOf(const nlohmann::json& answer)
+{
+    const std::optional<int64_t> seconds = numberIn<int64_t>(answer);
+    return seconds && *seconds > 0 && *seconds <= kLastSecond ? seconds : std::nullopt;
+}
+
 std::optional<int64_t> Kernel::birthTime(std::string_view path) const
 {
-    const std::optional<int64_t> seconds = numberIn<int64_t>(answer("birthTime", path));
-    return seconds && *seconds > 0 && *seconds <= kLastSecond ? seconds : std::nullopt;
+    return secondsOf(answer("birthTime", path));
+}
+
+std::optional<int64_t> Kernel::modificationTime(std::string_view path) const
+{
+    return secondsOf(answer("modificationTime", path));
 }
 } // namespace host

@@ -124,6 +124,8 @@ public:
     std::optional<CpuidLeaf> cpuid(uint32_t leaf, uint32_t subleaf) const;
     /// When a file was made (statx), seconds since 1970 UTC.
     std::optional<int64_t> birthTime(std::string_view path) const;
+    /// When a file was last written (statx), seconds since 1970 UTC.
+    std::optional<int64_t> modificationTime(std::string_view path) const;
 
 protected:
     friend class RecordingKernel; // asks another kernel on its own behalf

@@ -29,6 +29,7 @@ constexpr Question kQuestions[] = {
     {"fileSystemSize", askFileSystemSize, "statvfs"},
     {"linkDriver", askLinkDriver},
     {"links", askLinks, "RTM_GETLINK"},
+    {"modificationTime", askModificationTime},
     {"names", askNames, "uname"},
     {"pageSize", askPageSize},
     {"routes", askRoutes, "RTM_GETROUTE"},

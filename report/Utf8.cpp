@@ -45,6 +45,15 @@ bool isAllowedAscii(uint8_t byte)
     return byte >= 0x20 || byte == '\t' || byte == '\n' || byte == '\r';
 }
 
+// Nearly all texts are of such bytes alone. No early end: so the compiler looks at many bytes at once.
+bool isPlain(std::string_view bytes)
+{
+    bool isPlain = true;
+    for (const char byte : bytes)
+        isPlain &= static_cast<uint8_t>(byte) >= 0x20 && static_cast<uint8_t>(byte) < 0x80;
+    return isPlain;
+}
+
 bool isNoncharacter(std::string_view character)
 {
     return character == "\xEF\xBF\xBE" || character == "\xEF\xBF\xBF";
@@ -53,6 +62,8 @@ bool isNoncharacter(std::string_view character)
 
 std::string validUtf8(std::string_view bytes)
 {
+    if (isPlain(bytes))
+        return std::string(bytes);
     std::string text;
     text.reserve(bytes.size());
     while (!bytes.empty()) {

@@ -43,10 +43,11 @@ public:
     void end() override;
 
 private:
-    void value(const GroupRows& group, const Value& value);
+    void addValue(const GroupRows& group, const Value& value);
 
     std::ostream& out_;
     bool sources_;
+    std::string text_; // of the row's values
 };
 
 /// The JSON form (RFC 8259), one row a line. With sources a row has the member "Sources".

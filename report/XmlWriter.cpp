@@ -8,21 +8,21 @@ namespace
 {
 // Only what XML demands: "&", "<", and ">" where it would end a CDATA section. Attribute values also hide their quote,
 // and the blanks that a reader would take for others.
-void writeEscaped(std::ostream& out, std::string_view text, bool inAttribute)
+void appendEscaped(std::string& out, std::string_view text, bool inAttribute)
 {
     for (size_t i = 0; i < text.size(); ++i) {
         if (text[i] == '&')
-            out << "&amp;";
+            out += "&amp;";
         else if (text[i] == '<')
-            out << "&lt;";
+            out += "&lt;";
         else if (text[i] == '>' && i >= 2 && text[i - 1] == ']' && text[i - 2] == ']')
-            out << "&gt;";
+            out += "&gt;";
         else if (text[i] == '"' && inAttribute)
-            out << "&quot;";
+            out += "&quot;";
         else if ((text[i] == '\t' || text[i] == '\n' || text[i] == '\r') && inAttribute)
-            out << "&#" << int{text[i]} << ';';
+            (out.append("&#") += std::to_string(int{text[i]})) += ';';
         else
-            out << text[i];
+            out += text[i];
     }
 }
 } // namespace
@@ -32,29 +32,29 @@ void XmlWriter::begin(const Header&)
     out_ << "\n<serviceDataList>";
 }
 
-void XmlWriter::value(const GroupRows& group, const Value& value)
+void XmlWriter::addValue(const GroupRows& group, const Value& value)
 {
-    out_ << "\n\t\t\t\t<" << value.name();
+    text_.append("\n\t\t\t\t<").append(value.name());
     if (isKey(group, value))
-        out_ << " IsKey=\"1\"";
+        text_ += " IsKey=\"1\"";
     if (sources_ && !value.source.empty()) {
-        out_ << " Source=\"";
-        writeEscaped(out_, value.source, true);
-        out_ << '"';
+        text_ += " Source=\"";
+        appendEscaped(text_, value.source, true);
+        text_ += '"';
     }
-    out_ << '>';
-    writeEscaped(out_, valueText(value), false);
-    out_ << "</" << value.name() << '>';
+    text_ += '>';
+    appendEscaped(text_, valueText(value), false);
+    text_.append("</").append(value.name()) += '>';
 }
 
 void XmlWriter::row(const GroupRows& group, const Row& row)
 {
     const std::string_view name = group.name();
+    text_.clear();
+    for (const Value& value : row.values)
+        addValue(group, value);
     out_ << "\n\n\t<serviceData>\n\t\t<name>" << name << "</name>\n\t\t<value>\n\t\t\t<" << name << " version=\""
-         << group.version << "\">";
-    for (const Value& rowValue : row.values)
-        value(group, rowValue);
-    out_ << "\n\t\t\t</" << name << ">\n\t\t</value>\n\t</serviceData>";
+         << group.version << "\">" << text_ << "\n\t\t\t</" << name << ">\n\t\t</value>\n\t</serviceData>";
 }
 
 void XmlWriter::end()

@@ -38,4 +38,13 @@ nlohmann::json askBirthTime(const std::string& path)
         return nullptr;
     return static_cast<int64_t>(status.stx_btime.tv_sec);
 }
+
+nlohmann::json askModificationTime(const std::string& path)
+{
+    struct statx status;
+    if (statx(AT_FDCWD, path.c_str(), AT_NO_AUTOMOUNT, STATX_MTIME, &status) != 0 ||
+        (status.stx_mask & STATX_MTIME) == 0)
+        return nullptr;
+    return static_cast<int64_t>(status.stx_mtime.tv_sec);
+}
 } // namespace host

@@ -23,6 +23,7 @@ nlohmann::json askRoutes(const std::string&);
 nlohmann::json askLinkDriver(const std::string& link);           // LinkDriver.cpp
 nlohmann::json askFileSystemSize(const std::string& mountPoint); // FileSystem.cpp
 nlohmann::json askBirthTime(const std::string& path);            // FileSystem.cpp
+nlohmann::json askModificationTime(const std::string& path);     // FileSystem.cpp
 nlohmann::json askBlockContent(const std::string& device);       // BlockContent.cpp
 nlohmann::json askCpuid(const std::string& leaf);                // Cpuid.cpp
 } // namespace host

@@ -109,6 +109,22 @@ def growing_trees(folder):
             line(what, count, cell(runs[count].median(CPU), 2), cell(1000 * added / count, 2), cell(runs[count].median(PEAK), 0))
 
 
+def packages_beside_dpkg(folder):
+    if not shutil.which("dpkg-query"):
+        return
+    count = 5000
+    tree = os.path.join(folder, "packages")
+    trees.packages(tree, count)
+    scan = Run(MEASURE, [PROGRAM, "scan", "--root", tree, "--group", "Software Packages"], folder)
+    query = Run(MEASURE, ["dpkg-query", "--admindir", tree + "/var/lib/dpkg", "-W"], folder)
+    run_in_turn([scan, query])
+    print(f"\n{count} packages of dpkg's; the ratio is dpkg-query's to invhwctl's")
+    line("", "wall ms", "CPU ms", "wall ratio", "goal")
+    line("invhwctl scan", cell(scan.median(WALL)), cell(scan.median(CPU)), cell(query.median(WALL) / scan.median(WALL)), "> 1")
+    line("dpkg-query -W", cell(query.median(WALL)), cell(query.median(CPU)))
+
+
 with tempfile.TemporaryDirectory() as scratch:
     this_machine(scratch)
+    packages_beside_dpkg(scratch)
     growing_trees(scratch)

@@ -87,10 +87,37 @@ def pci_functions(tree, count):
         link(tree, f"/sys/bus/pci/devices/{slot}", f"../../../devices/pci0000:00/{slot}")
 
 
+def packages(tree, count):
+    """As Debian's own look: 1 KB a package, most of it text that nobody asks for."""
+    paragraph = """Package: package-{i}
+Status: install ok installed
+Priority: optional
+Section: libs
+Installed-Size: {i}
+Maintainer: The Team That Does It <team-that-does-it@lists.example.org>
+Architecture: amd64
+Source: source-{source} (1.0-{source})
+Version: 1:1.{i}.0-{source}+deb12u1
+Depends: libc6 (>= 2.34), libgcc-s1 (>= 3.0), libstdc++6 (>= 11), zlib1g (>= 1:1.1.4), package-0 (>= 1:1.0~)
+Conffiles:
+ /etc/package-{i}/one.conf 0123456789abcdef0123456789abcdef
+ /etc/package-{i}/two.conf fedcba9876543210fedcba9876543210
+Description: does one thing of many
+{text}Homepage: https://www.example.org/package-{i}
+
+"""
+    text = " This line says at some length what the package is for, and who may want it.\n" * 5
+    write(tree, "/var/lib/dpkg/status", "".join(paragraph.format(i=i, source=i // 3, text=text) for i in range(count)))
+    write(tree, "/var/lib/dpkg/info/format", "1\n")
+    write(tree, "/var/lib/apt/extended_states", "".join(
+        f"Package: package-{i}\nArchitecture: amd64\nAuto-Installed: 1\n\n" for i in range(0, count, 2)))
+
+
 # What grows: how such a tree is made, at which two sizes, and the group whose rows these are.
 GROWING = {
     "mounts": (mounts, [1000, 10000], "Partition"),
     "processors": (processors, [512, 4096], "Processor"),
     "disks": (disks, [200, 2000], "Storage"),
     "PCI functions": (pci_functions, [500, 5000], "PCI Device"),
+    "packages": (packages, [500, 5000], "Software Packages"),
 }

@@ -490,6 +490,58 @@ def dmidecode_said(report):
 
 TABLE = "/sys/firmware/dmi/tables/DMI"
 
+# dpkg-query and apt-mark
+
+
+def dpkg_query():
+    facts = {}
+    for entry in run("dpkg-query", "-W", "-f", "${Package}\t${Architecture}\t${Version}\t${db:Status-Status}\t${Section}\t"
+                     "${Maintainer}\t${Installed-Size}\t${source:Package}\n").splitlines():
+        name, architecture, version, status, section, maintainer, size, source = entry.split("\t")
+        if status in ("installed", "triggers-awaited", "triggers-pending"):
+            version, _, revision = version.rpartition("-") if "-" in version else (version, "", "")
+            put(facts, f"{name}:{architecture}", version=version, revision=revision, section=section or None,
+                maintainer=maintainer[:64].rstrip() or None, size=size or None, source=source)
+        else:
+            put(facts, f"{name}:{architecture}", version="none")
+    return facts
+
+
+def packages_of(report, manager):
+    return {row["PackageID"]: row for row in rows(report, "SoftwarePackages") if row["Manager"] == manager}
+
+
+class OrNone(dict):
+    """Facts of packages; of one that the report does not have, that it has none."""
+
+    def get(self, key, default=None):
+        return super().get(key, "none" if key[1] == "version" else default)
+
+
+def dpkg_query_said(report):
+    facts = OrNone()
+    for package, row in packages_of(report, "dpkg").items():
+        put(facts, package, version=row["Version"], revision=row.get("Revision", ""), section=row.get("Category"),
+            maintainer=row.get("Vendor", "").rstrip(), size=str(row.get("InstalledSize", "")), source=row["SourcePackage"])
+    return facts
+
+
+def apt_mark():
+    installed = {key[0].split(":")[0] for key, value in dpkg_query().items() if key[1] == "version" and value != "none"}
+    automatic = {name.split(":")[0] for name in run("apt-mark", "showauto").split()}
+    facts = {}
+    for name in installed:
+        put(facts, name, automatic=name in automatic)
+    return facts
+
+
+def apt_mark_said(report):
+    facts = {}
+    for row in packages_of(report, "dpkg").values():
+        put(facts, row["Name"], automatic=row.get("Automatic", False) or facts.get((row["Name"], "automatic"), False))
+    return facts
+
+
 COMPARISONS = [
     ("lscpu", lscpu, lscpu_said),
     ("lscpu", lscpu_lines, lscpu_lines_said),
@@ -501,6 +553,8 @@ COMPARISONS = [
     ("findmnt", findmnt, findmnt_said),
     ("df", df, df_said),
     ("free", free, free_said),
+    ("dpkg-query", dpkg_query, dpkg_query_said),
+    ("apt-mark", apt_mark, apt_mark_said),
 ]
 
 

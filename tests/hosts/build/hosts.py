@@ -25,6 +25,8 @@ BUILT = {
     "network": "network",
     "old-kernel": "old_kernel",
     "processors-288": "processors_288",
+    "container": "container",
+    "rolling": "rolling",
 }
 
 

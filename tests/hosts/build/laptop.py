@@ -1,5 +1,6 @@
 """A laptop: UEFI with Secure Boot, an NVMe disk with LUKS and LVM on it, a battery, wireless network, hybrid cores."""
 
+import packages
 import smbios
 import sysfs
 import system
@@ -176,7 +177,7 @@ def distribution(machine):
     machine.file("/sys/kernel/security/lockdown", "none [integrity] confidentiality\n")
     machine.file("/proc/sys/kernel/domainname", "(none)\n")
     machine.file("/run/systemd/users/1000", "# This is private data. Do not parse.\nNAME=ada\nSTATE=active\n")
-    machine.file("/var/lib/dpkg/status", "")
+    packages.debian_desktop(machine)
     machine.answer("birthTime", 1690000000, "/")
     machine.answer("pageSize", 4096)
 

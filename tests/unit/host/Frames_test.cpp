@@ -303,6 +303,50 @@ TEST(Frames, nothingComesAfterTheOutcomeHoweverItIsCut)
     }
 }
 
+TEST(Frames, thatAreHeldAreTheSameBytes)
+{
+    const auto rows = [](PipeCollection& collection) {
+        for (int i = 0; i < 3; ++i)
+            collection.add(storageRow());
+        RowBuilder late(GROUP_STORAGE);
+        late.text(STORAGE_SERIAL_NUMBER, "S1", "late");
+        collection.amend(1, std::move(late));
+    };
+    const auto held = [&rows](PipeCollection& collection) {
+        const RowsTogether together(collection);
+        rows(collection);
+    };
+    EXPECT_FALSE(stream(rows).empty());
+    EXPECT_EQ(stream(held), stream(rows));
+}
+
+TEST(Frames, waitForOthersOnlyWhileTheyAreHeldAndFew)
+{
+    int ends[2];
+    ASSERT_EQ(pipe2(ends, O_CLOEXEC | O_NONBLOCK), 0);
+    PipeCollection collection(ends[1]);
+    const auto arrived = [&ends] {
+        char bytes[65536];
+        return std::max<ssize_t>(read(ends[0], bytes, sizeof bytes), 0);
+    };
+    collection.add(storageRow());
+    EXPECT_GT(arrived(), 0);
+    collection.hold();
+    collection.add(storageRow());
+    EXPECT_EQ(arrived(), 0);
+    for (int i = 0; i < 500; ++i)
+        collection.add(storageRow());
+    EXPECT_GT(arrived(), 0);
+    collection.add(storageRow());
+    EXPECT_EQ(arrived(), 0);
+    collection.release();
+    EXPECT_GT(arrived(), 0);
+    collection.add(storageRow());
+    EXPECT_GT(arrived(), 0);
+    close(ends[0]);
+    close(ends[1]);
+}
+
 TEST(Frames, oneGroupIsBounded)
 {
     std::string empty;

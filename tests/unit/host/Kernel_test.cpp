@@ -38,7 +38,7 @@ TEST(Kernel, answersBecomeValues)
         "blockContent": {"/dev/sda1": {"type": "ext4", "label": "root", "uuid": "u", "partitionTable": "dos"},
                          "/dev/sda2": {}},
         "cpuid": {"80000002:0": [1, 2, 3, 4294967295]},
-        "birthTime": {"/etc/machine-id": 1600000000}})");
+        "birthTime": {"/etc/machine-id": 1600000000}, "modificationTime": {"/a.list": 1600000001}})");
     const RecordedKernel kernel(recording);
 
     EXPECT_TRUE(kernel.isRecording());
@@ -100,6 +100,7 @@ TEST(Kernel, answersBecomeValues)
     EXPECT_EQ(kernel.blockContent("/dev/sda2")->type, "");
     EXPECT_EQ(kernel.cpuid(0x80000002, 0), (CpuidLeaf{1, 2, 3, UINT32_MAX}));
     EXPECT_EQ(kernel.birthTime("/etc/machine-id"), 1600000000);
+    EXPECT_EQ(kernel.modificationTime("/a.list"), 1600000001);
 }
 
 static void expectNothing(const Kernel& kernel)
@@ -116,6 +117,7 @@ static void expectNothing(const Kernel& kernel)
     EXPECT_FALSE(kernel.blockContent("a"));
     EXPECT_FALSE(kernel.cpuid(0xA, 0xB));
     EXPECT_FALSE(kernel.birthTime("a"));
+    EXPECT_FALSE(kernel.modificationTime("a"));
 }
 
 TEST(Kernel, anAnswerOfAnotherFormIsAnAbsentOne)
@@ -133,7 +135,7 @@ TEST(Kernel, anAnswerOfAnotherFormIsAnAbsentOne)
         std::string all = "{";
         for (const char* question : {"clock", "userId", "pageSize", "names", "links", "addresses", "routes"})
             all += "\"" + std::string(question) + "\": {\"\": " + answer + "}, ";
-        for (const char* question : {"linkDriver", "fileSystemSize", "blockContent", "birthTime"})
+        for (const char* question : {"linkDriver", "fileSystemSize", "blockContent", "birthTime", "modificationTime"})
             all += "\"" + std::string(question) + "\": {\"a\": " + answer + "}, ";
         const KernelRecording recording = recordingOf(all + "\"cpuid\": {\"a:b\": " + answer + "}}");
         SCOPED_TRACE(answer);

@@ -96,6 +96,10 @@ TEST(LiveKernel, filesAndFileSystems)
     EXPECT_FALSE(kernel.birthTime(tree.at("/none")));
     const std::optional<int64_t> birth = kernel.birthTime(tree.at("/new"));
     EXPECT_NEAR(static_cast<double>(birth.value_or(time(nullptr))), static_cast<double>(time(nullptr)), 60);
+    EXPECT_FALSE(kernel.modificationTime(tree.at("/none")));
+    const timespec then[2] = {{1600000000, 0}, {1600000001, 5}};
+    ASSERT_EQ(utimensat(AT_FDCWD, tree.at("/new").c_str(), then, 0), 0);
+    EXPECT_EQ(kernel.modificationTime(tree.at("/new")), 1600000001);
 }
 
 TEST(LiveKernel, cpuidIsTheProcessors)

@@ -1,0 +1,150 @@
+// Software Packages: a row a package that a package manager of the system has installed. Each manager's database is
+// read as it stands in its files (host/packages); no manager is asked.
+
+#include <unordered_set>
+
+#include "host/Collectors.h"
+#include "host/Kernel.h"
+#include "host/Root.h"
+#include "host/TimeZone.h"
+#include "host/packages/Apk.h"
+#include "host/packages/Dpkg.h"
+#include "host/packages/Pacman.h"
+#include "report/catalog/AttributeIds.h"
+
+namespace host
+{
+namespace
+{
+// Of a database that is one text. A package costs about 1 KB there, with its files' names (apk) 10 KB.
+constexpr size_t kDatabaseLimit = size_t{128} << 20;
+
+// What somebody may install; more than this is no system's list.
+constexpr size_t kMostPackages = 200'000;
+
+// The rows of one manager's packages.
+class PackageRows
+{
+public:
+    PackageRows(const Machine& machine, Collection& collection, std::string_view manager)
+        : machine_(machine), collection_(collection), manager_(manager)
+    {
+    }
+
+    // A package that came before, or one too many, is left out and noted.
+    void add(const Package& package, std::string_view source);
+
+private:
+    bool isNew(const std::string& id, const Package& package);
+
+    const Machine& machine_;
+    Collection& collection_;
+    std::string_view manager_;
+    std::unordered_set<std::string> known_; // keys
+};
+
+bool PackageRows::isNew(const std::string& id, const Package& package)
+{
+    if (known_.size() >= kMostPackages) {
+        collection_.notes().note(std::string(manager_) + ": more than " + std::to_string(kMostPackages) + " packages");
+        return false;
+    }
+    if (known_.insert(id + ' ' + std::string(package.version)).second)
+        return true;
+    collection_.notes().note(std::string(manager_) + ": a package comes again");
+    return false;
+}
+
+void PackageRows::add(const Package& package, std::string_view source)
+{
+    const std::string id =
+        std::string(package.name) + (package.architecture.empty() ? "" : ":") + std::string(package.architecture);
+    if (!isNew(id, package))
+        return;
+    RowBuilder row(GROUP_SOFTWARE_PACKAGES);
+    row.text(SOFTWARE_PACKAGES_PACKAGE_ID, id, source);
+    row.text(SOFTWARE_PACKAGES_NAME, package.name, source);
+    row.text(SOFTWARE_PACKAGES_VERSION, package.version, source);
+    row.text(SOFTWARE_PACKAGES_REVISION, package.revision, source);
+    row.text(SOFTWARE_PACKAGES_VENDOR, package.vendor, source);
+    row.text(SOFTWARE_PACKAGES_CATEGORY, package.category, source);
+    row.text(SOFTWARE_PACKAGES_MANAGER, manager_, source);
+    row.text(SOFTWARE_PACKAGES_ARCHITECTURE, package.architecture, source);
+    row.number(SOFTWARE_PACKAGES_INSTALLED_SIZE, package.installedKB, source);
+    if (package.installDate && *package.installDate > 0)
+        row.dateTime(SOFTWARE_PACKAGES_INSTALL_DATE, machine_.zone.local(*package.installDate), source);
+    row.text(SOFTWARE_PACKAGES_SOURCE_PACKAGE, package.sourcePackage, source);
+    row.yesNo(SOFTWARE_PACKAGES_AUTOMATIC, package.isAutomatic, source);
+    collection_.add(std::move(row));
+}
+
+// dpkg writes a package's list of files whenever it unpacks it, and at no other time.
+std::optional<int64_t> dpkgInstallDate(const Kernel& kernel, const DpkgPackage& package)
+{
+    if (package.name.find('/') != std::string_view::npos || package.architecture.find('/') != std::string_view::npos)
+        return std::nullopt;
+    std::string path = "/var/lib/dpkg/info/";
+    path += package.name;
+    if (package.isMultiarch)
+        (path += ':') += package.architecture;
+    return kernel.modificationTime(path += ".list");
+}
+
+void addDpkg(const Machine& machine, Collection& collection)
+{
+    constexpr const char* kStatus = "/var/lib/dpkg/status";
+    const std::optional<std::string> status = machine.root.read(kStatus, kDatabaseLimit);
+    if (!status)
+        return;
+    const std::optional<std::string> extended = machine.root.read("/var/lib/apt/extended_states", kDatabaseLimit);
+    const AptStates apt(extended ? *extended : std::string_view());
+    PackageRows rows(machine, collection, "dpkg");
+    parseDpkgStatus(*status, [&](const DpkgPackage& found) {
+        DpkgPackage package = found;
+        package.installDate = dpkgInstallDate(machine.kernel, package);
+        if (extended)
+            package.isAutomatic = apt.isAutomatic(package);
+        rows.add(package, kStatus);
+    });
+}
+
+void addApk(const Machine& machine, Collection& collection)
+{
+    constexpr const char* kInstalled = "/lib/apk/db/installed";
+    const std::optional<std::string> installed = machine.root.read(kInstalled, kDatabaseLimit);
+    if (!installed)
+        return;
+    const std::optional<std::string> text = machine.root.read("/etc/apk/world");
+    const std::unordered_set<std::string_view> world = parseApkWorld(text ? *text : std::string_view());
+    PackageRows rows(machine, collection, "apk");
+    parseApkInstalled(*installed, [&](Package package) {
+        if (text)
+            package.isAutomatic = world.count(package.name) == 0;
+        rows.add(package, kInstalled);
+    });
+}
+
+void addPacman(const Machine& machine, Collection& collection)
+{
+    constexpr size_t kMostDescription = 65536;
+    const std::string local = "/var/lib/pacman/local/";
+    PackageRows rows(machine, collection, "pacman");
+    for (const std::string& name : machine.root.list(local)) {
+        if (name == "ALPM_DB_VERSION")
+            continue;
+        const std::string path = local + name + "/desc";
+        const std::string text = machine.root.read(path, kMostDescription).value_or("");
+        if (const std::optional<Package> package = parsePacmanDescription(text))
+            rows.add(*package, path);
+    }
+}
+} // namespace
+
+void collectSoftwarePackages(const Machine& machine, Collection& collection)
+{
+    const RowsTogether together(collection);
+    addDpkg(machine, collection);
+    addApk(machine, collection);
+    addPacman(machine, collection);
+}
+} // namespace host
