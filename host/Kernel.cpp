@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <arpa/inet.h>
 #include <cctype>
+#include <cerrno>
 
+#include "host/Notes.h"
 #include "host/kernel/JsonFields.h"
+#include "host/record/ErrorNames.h"
 
 namespace host
 {
@@ -117,47 +120,69 @@ static std::optional<Route> parseRoute(const nlohmann::json& object)
     return route;
 }
 
+// A call that failed. A recording may say anything.
+static void tellFailure(Notes& notes, const std::string& call, std::string_view argument, const std::string& error)
+{
+    const int number = errorNumber(error).value_or(EIO);
+    const std::string what = call.substr(0, kMostName) + (argument.empty() ? "" : " " + std::string(argument));
+    if (number == EACCES || number == EPERM)
+        notes.refused(what, number);
+    else
+        notes.failed(what, number);
+}
+
+nlohmann::json Kernel::ask(std::string_view question, std::string_view argument) const
+{
+    nlohmann::json said = answer(question, argument);
+    if (!said.is_object() || !said.contains("error"))
+        return said;
+    const std::string call = textOf(said, "call");
+    if (notes_ != nullptr)
+        tellFailure(*notes_, call.empty() ? std::string(question) : call, argument, textOf(said, "error"));
+    return nullptr;
+}
+
 int64_t Kernel::clock() const
 {
-    const int64_t seconds = numberIn<int64_t>(answer("clock", "")).value_or(0);
+    const int64_t seconds = numberIn<int64_t>(ask("clock", "")).value_or(0);
     return seconds >= 0 && seconds <= kLastSecond ? seconds : 0;
 }
 
 uint32_t Kernel::userId() const
 {
-    return numberIn<uint32_t>(answer("userId", "")).value_or(kNoUser);
+    return numberIn<uint32_t>(ask("userId", "")).value_or(kNoUser);
 }
 
 uint32_t Kernel::pageSize() const
 {
-    return numberIn<uint32_t>(answer("pageSize", "")).value_or(0);
+    return numberIn<uint32_t>(ask("pageSize", "")).value_or(0);
 }
 
 KernelNames Kernel::names() const
 {
-    const nlohmann::json names = answer("names", "");
+    const nlohmann::json names = ask("names", "");
     return {textOf(names, "system"), textOf(names, "node"), textOf(names, "release"), textOf(names, "version"),
             textOf(names, "machine")};
 }
 
 std::vector<Link> Kernel::links() const
 {
-    return listOf(answer("links", ""), parseLink);
+    return listOf(ask("links", ""), parseLink);
 }
 
 std::vector<Address> Kernel::addresses() const
 {
-    return listOf(answer("addresses", ""), parseAddress);
+    return listOf(ask("addresses", ""), parseAddress);
 }
 
 std::vector<Route> Kernel::routes() const
 {
-    return listOf(answer("routes", ""), parseRoute);
+    return listOf(ask("routes", ""), parseRoute);
 }
 
 std::optional<LinkDriver> Kernel::linkDriver(std::string_view link) const
 {
-    const nlohmann::json driver = answer("linkDriver", link);
+    const nlohmann::json driver = ask("linkDriver", link);
     if (!driver.is_object())
         return std::nullopt;
     return LinkDriver{textOf(driver, "driver"), textOf(driver, "firmwareVersion"), textOf(driver, "busAddress"),
@@ -166,7 +191,7 @@ std::optional<LinkDriver> Kernel::linkDriver(std::string_view link) const
 
 std::optional<FileSystemSize> Kernel::fileSystemSize(std::string_view mountPoint) const
 {
-    const nlohmann::json size = answer("fileSystemSize", mountPoint);
+    const nlohmann::json size = ask("fileSystemSize", mountPoint);
     const std::optional<uint64_t> total = numberIn<uint64_t>(memberOf(size, "totalBytes"));
     if (!total)
         return std::nullopt;
@@ -181,12 +206,12 @@ std::optional<FileSystemSize> Kernel::fileSystemSize(std::string_view mountPoint
 
 bool Kernel::isSilent(std::string_view mountPoint) const
 {
-    return !mayHang(mountPoint) && isTrue(answer("fileSystemSize", mountPoint), "isSilent");
+    return !mayHang(mountPoint) && isTrue(ask("fileSystemSize", mountPoint), "isSilent");
 }
 
 std::optional<BlockContent> Kernel::blockContent(std::string_view device) const
 {
-    const nlohmann::json content = answer("blockContent", device);
+    const nlohmann::json content = ask("blockContent", device);
     if (!content.is_object())
         return std::nullopt;
     return BlockContent{textOf(content, "type"), textOf(content, "label"), textOf(content, "uuid"),
@@ -198,7 +223,7 @@ std::optional<CpuidLeaf> Kernel::cpuid(uint32_t leaf, uint32_t subleaf) const
 {
     char argument[32];
     snprintf(argument, sizeof argument, "%x:%x", leaf, subleaf);
-    const nlohmann::json registers = answer("cpuid", argument);
+    const nlohmann::json registers = ask("cpuid", argument);
     CpuidLeaf values{};
     if (!registers.is_array() || registers.size() != values.size())
         return std::nullopt;
@@ -220,11 +245,11 @@ static std::optional<int64_t> secondsOf(const nlohmann::json& answer)
 
 std::optional<int64_t> Kernel::birthTime(std::string_view path) const
 {
-    return secondsOf(answer("birthTime", path));
+    return secondsOf(ask("birthTime", path));
 }
 
 std::optional<int64_t> Kernel::modificationTime(std::string_view path) const
 {
-    return secondsOf(answer("modificationTime", path));
+    return secondsOf(ask("modificationTime", path));
 }
 } // namespace host

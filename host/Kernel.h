@@ -15,6 +15,8 @@
 
 namespace host
 {
+class Notes;
+
 /// A network link (rtnetlink RTM_NEWLINK).
 struct Link {
     uint32_t index = 0;
@@ -90,6 +92,8 @@ using CpuidLeaf = std::array<uint32_t, 4>;
 class Kernel
 {
 public:
+    /// What is refused, or fails, is noted, unless notes is null; they outlive the kernel.
+    explicit Kernel(Notes* notes) : notes_(notes) {}
     virtual ~Kernel() = default;
 
     /// True when a recording answers: nothing of the live machine may be told.
@@ -130,7 +134,13 @@ public:
 protected:
     friend class RecordingKernel; // asks another kernel on its own behalf
 
-    /// The answer to a question, null when there is none. argument is empty for questions without one.
+    /// The answer to a question, null when there is none. argument is empty for questions without one. Of a call that
+    /// failed: {"error": "EACCES", "call": "statvfs"}.
     virtual nlohmann::json answer(std::string_view question, std::string_view argument) const = 0;
+
+private:
+    nlohmann::json ask(std::string_view question, std::string_view argument) const;
+
+    Notes* notes_;
 };
 } // namespace host

@@ -6,8 +6,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include "host/Notes.h"
 #include "host/kernel/Questions.h"
+#include "host/record/ErrorNames.h"
 #include "report/Utf8.h"
 
 namespace host
@@ -37,13 +37,9 @@ constexpr Question kQuestions[] = {
 };
 
 // A folder on which something is mounted may be gone or covered: then it is nobody's trouble.
-void tellFailure(Notes& notes, const Question& question, std::string_view argument, int error)
+nlohmann::json failure(const char* call, int error)
 {
-    const std::string what = question.call + (argument.empty() ? "" : " " + std::string(argument));
-    if (error == EACCES || error == EPERM)
-        notes.refused(what, error);
-    else if (error != ENOENT)
-        notes.failed(what, error);
+    return error == ENOENT ? nlohmann::json() : nlohmann::json{{"error", errorName(error)}, {"call", call}};
 }
 
 // Answers are lists of plain objects at most.
@@ -64,8 +60,8 @@ nlohmann::json LiveKernel::answer(std::string_view question, std::string_view ar
     if (found == std::end(kQuestions))
         return nullptr;
     nlohmann::json answer = found->ask(std::string(argument));
-    if (answer.is_null() && found->call != nullptr && notes_ != nullptr)
-        tellFailure(*notes_, *found, argument, errno);
+    if (answer.is_null() && found->call != nullptr)
+        return failure(found->call, errno);
     makeTextsValid(answer);
     return answer;
 }

@@ -39,7 +39,7 @@ class CopiedMachine : public OpenMachine
 {
 public:
     CopiedMachine(const std::string& folder, const KernelRecording& recording, Notes& notes, Deadline deadline)
-        : errors_(recording), root_(folder, notes, &errors_), kernel_(recording),
+        : errors_(recording), root_(folder, notes, &errors_), kernel_(recording, &notes),
           zone_(readZone(folder, &errors_)), machine_{root_, kernel_, zone_, deadline}
     {
     }

@@ -10,8 +10,11 @@ namespace host
 class RecordedKernel : public Kernel
 {
 public:
-    /// recording outlives the kernel.
-    explicit RecordedKernel(const KernelRecording& recording) : recording_(recording) {}
+    /// recording outlives the kernel; notes: see Kernel.
+    explicit RecordedKernel(const KernelRecording& recording, Notes* notes = nullptr)
+        : Kernel(notes), recording_(recording)
+    {
+    }
 
     bool isRecording() const override { return true; }
 

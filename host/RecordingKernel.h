@@ -11,7 +11,10 @@ class RecordingKernel : public Kernel
 {
 public:
     /// Both outlive this kernel.
-    RecordingKernel(const Kernel& asked, KernelRecording& recording) : asked_(asked), recording_(recording) {}
+    RecordingKernel(const Kernel& asked, KernelRecording& recording)
+        : Kernel(nullptr), asked_(asked), recording_(recording)
+    {
+    }
 
     bool isRecording() const override { return false; }
     bool mayHang(std::string_view mountPoint) const override;

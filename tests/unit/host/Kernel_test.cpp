@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "host/Notes.h"
 #include "host/RecordedKernel.h"
 #include "tests/unit/Capture.h"
 #include "tests/unit/host/Rights.h"
@@ -141,6 +142,30 @@ TEST(Kernel, anAnswerOfAnotherFormIsAnAbsentOne)
         SCOPED_TRACE(answer);
         expectNothing(RecordedKernel(recording));
     }
+}
+
+// What a live scan was refused, the scan of its recording tells as well.
+TEST(Kernel, aRecordedFailureIsNotedAsTheLiveOneWas)
+{
+    const KernelRecording recording = recordingOf(R"({
+        "links": {"": {"error": "EPERM", "call": "RTM_GETLINK"}},
+        "fileSystemSize": {"/home/a/gvfs": {"error": "EACCES", "call": "statvfs"}}})");
+    Notes notes;
+    const RecordedKernel kernel(recording, &notes);
+    EXPECT_TRUE(kernel.links().empty());
+    EXPECT_FALSE(kernel.fileSystemSize("/home/a/gvfs"));
+    EXPECT_FALSE(kernel.isSilent("/home/a/gvfs"));
+    EXPECT_TRUE(notes.wasRefused());
+    EXPECT_EQ(notes.text(), "RTM_GETLINK: Operation not permitted; statvfs /home/a/gvfs: Permission denied");
+    EXPECT_FALSE(RecordedKernel(recording).fileSystemSize("/home/a/gvfs"));
+    const KernelRecording failed = recordingOf(R"({"links": {"": {"error": "EIO", "call": "RTM_GETLINK"}},
+        "addresses": {"": {"error": 5, "call": ["x"]}}})");
+    Notes others;
+    const RecordedKernel another(failed, &others);
+    EXPECT_TRUE(another.links().empty());
+    EXPECT_TRUE(another.addresses().empty());
+    EXPECT_FALSE(others.wasRefused());
+    EXPECT_EQ(others.text(), "RTM_GETLINK: Input/output error; addresses: Input/output error");
 }
 
 TEST(Kernel, aMalformedMemberCostsItselfAlone)

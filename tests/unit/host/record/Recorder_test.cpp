@@ -266,6 +266,7 @@ namespace
 class CountingKernel : public Kernel
 {
 public:
+    CountingKernel() : Kernel(nullptr) {}
     bool isRecording() const override { return false; }
     mutable int questions = 0;
 
