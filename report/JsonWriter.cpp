@@ -1,6 +1,5 @@
+#include "report/JsonContent.h"
 #include "report/Writer.h"
-
-#include <nlohmann/json.hpp>
 
 namespace report
 {
@@ -8,12 +7,6 @@ using Json = nlohmann::ordered_json;
 
 namespace
 {
-// Texts of values are valid UTF-8 already; names of files that a user gave need not be.
-std::string dump(const Json& json)
-{
-    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
-}
-
 Json numberJson(const Attribute* attribute, uint64_t number)
 {
     if (attribute == nullptr || attribute->enums == nullptr)
@@ -22,17 +15,6 @@ Json numberJson(const Attribute* attribute, uint64_t number)
         return number == 1;
     const char* text = enumText(attribute->enums, number);
     return text != nullptr ? Json(text) : Json(std::to_string(number));
-}
-
-Json contentJson(const Value& value)
-{
-    if (const auto* text = std::get_if<std::string>(&value.content))
-        return *text;
-    if (const auto* number = std::get_if<uint64_t>(&value.content))
-        return numberJson(value.attribute, *number);
-    if (const auto* real = std::get_if<double>(&value.content))
-        return *real;
-    return rfc3339(std::get<DateTime>(value.content));
 }
 
 // Key marks of a group that the catalog does not know; the catalog says those of the others.
@@ -55,22 +37,38 @@ Json sourcesOf(const Row& row)
 }
 } // namespace
 
+Json jsonContent(const Value& value)
+{
+    if (const auto* text = std::get_if<std::string>(&value.content))
+        return *text;
+    if (const auto* number = std::get_if<uint64_t>(&value.content))
+        return numberJson(value.attribute, *number);
+    if (const auto* real = std::get_if<double>(&value.content))
+        return *real;
+    return rfc3339(std::get<DateTime>(value.content));
+}
+
+std::string jsonLine(const Json& json)
+{
+    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
 void JsonWriter::begin(const Header& header)
 {
     Json versions = Json::object();
     for (const auto& [element, version] : header.versions)
         versions[element] = version;
-    out_ << "{\n\"format\": \"invhw-report\",\n\"formatVersion\": 1,\n\"program\": " << dump(header.program);
+    out_ << "{\n\"format\": \"invhw-report\",\n\"formatVersion\": 1,\n\"program\": " << jsonLine(header.program);
     if (header.date)
-        out_ << ",\n\"date\": " << dump(rfc3339(*header.date));
-    out_ << ",\n\"versions\": " << dump(versions) << ",\n\"groups\": {";
+        out_ << ",\n\"date\": " << jsonLine(rfc3339(*header.date));
+    out_ << ",\n\"versions\": " << jsonLine(versions) << ",\n\"groups\": {";
 }
 
 void JsonWriter::row(const GroupRows& group, const Row& row)
 {
     Json json = Json::object();
     for (const Value& value : row.values)
-        json[std::string(value.name())] = contentJson(value);
+        json[std::string(value.name())] = jsonContent(value);
     if (group.group == nullptr)
         if (const Json keys = unknownKeys(row); !keys.empty())
             json["$key"] = keys;
@@ -80,10 +78,10 @@ void JsonWriter::row(const GroupRows& group, const Row& row)
     if (group_ == group.name()) {
         out_ << ",\n";
     } else {
-        out_ << (group_.empty() ? "\n" : "\n],\n") << dump(group.name()) << ": [\n";
+        out_ << (group_.empty() ? "\n" : "\n],\n") << jsonLine(group.name()) << ": [\n";
         group_ = group.name();
     }
-    out_ << dump(json);
+    out_ << jsonLine(json);
 }
 
 void JsonWriter::end()

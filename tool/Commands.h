@@ -11,6 +11,7 @@ namespace tool
 extern const CommandDef SCAN_COMMAND;
 extern const CommandDef RECORD_COMMAND;
 extern const CommandDef CHECK_COMMAND;
+extern const CommandDef DIFF_COMMAND;
 extern const CommandDef CONVERT_COMMAND;
 
 /// Version and optional libraries.

@@ -1,59 +1,12 @@
-#include <cstdlib>
-#include <filesystem>
 #include <sys/stat.h>
 
 #include "report/Csv.h"
-#include "tests/unit/Capture.h"
 #include "tests/unit/report/Forms.h"
-#include "tool/CommandLine.h"
-
-using namespace tool;
+#include "tests/unit/tool/CommandRun.h"
 
 namespace
 {
-// What a command writes to standard output and error, and its exit status.
-struct Ran {
-    int status = -1;
-    std::string out, error;
-};
-
-Ran ran(std::vector<const char*> words)
-{
-    Ran result;
-    testing::internal::CaptureStderr();
-    result.out = capturedOutput([&] {
-        result.status = run(words);
-        std::cout.flush();
-    });
-    result.error = testing::internal::GetCapturedStderr();
-    return result;
-}
-
-class ConvertCommand : public testing::Test
-{
-protected:
-    void SetUp() override
-    {
-        std::string name = testing::TempDir() + "invhw-convert-XXXXXX";
-        ASSERT_NE(mkdtemp(name.data()), nullptr);
-        folder_ = name;
-    }
-    void TearDown() override { std::filesystem::remove_all(folder_); }
-
-    std::string file(const std::string& name, const std::string& text = "")
-    {
-        const std::string path = folder_ / name;
-        if (!text.empty())
-            std::ofstream(path, std::ios::binary) << text;
-        return path;
-    }
-    size_t files() const
-    {
-        return static_cast<size_t>(std::distance(std::filesystem::directory_iterator(folder_), {}));
-    }
-
-    std::filesystem::path folder_;
-};
+using ConvertCommand = CommandTest;
 
 const std::string kStorage = "\n\t\t\t\t<Model>=1+1</Model>\n\t\t\t\t<DeviceName IsKey=\"1\">a,\"b\"</DeviceName>";
 } // namespace
@@ -78,7 +31,7 @@ TEST_F(ConvertCommand, leavesTheOutputAloneWhenItRefuses)
     const std::string cut = file("cut.xml", whole.substr(0, whole.size() - 1)), bad = file("bad.xml", "<a/>");
     const size_t before = files();
     for (const char* to : {"xml", "json"}) {
-        const Ran refused = ran({"convert", "--to", to, "-o", old.c_str(), cut.c_str()});
+        const CommandRun refused = ran({"convert", "--to", to, "-o", old.c_str(), cut.c_str()});
         EXPECT_EQ(refused.status, 2);
         EXPECT_EQ(refused.error, "invhwctl: convert: " + cut +
                                      ":14: the report is cut off: the file ends before </serviceDataList>\n");
@@ -98,7 +51,7 @@ TEST_F(ConvertCommand, takesTheRowsBeforeACutWhenAsked)
 {
     const std::string row = xmlRow("Storage", "2", kStorage), whole = xmlList(row);
     const std::string cut = file("cut.xml", whole.substr(0, whole.size() - 1));
-    const Ran taken = ran({"convert", "--to", "xml", "--partial", cut.c_str()});
+    const CommandRun taken = ran({"convert", "--to", "xml", "--partial", cut.c_str()});
     EXPECT_EQ(taken.status, 0);
     EXPECT_EQ(taken.out, whole);
     EXPECT_NE(taken.error.find("cut off"), std::string::npos);
@@ -110,7 +63,7 @@ TEST_F(ConvertCommand, refusesWhatJsonCannotSay)
 {
     const std::string a = xmlRow("Storage", "2", ""), b = xmlRow("Lpar", "2", "");
     const std::string path = file("a.xml", xmlList(a + b + a));
-    const Ran refused = ran({"convert", "--to", "json", path.c_str()});
+    const CommandRun refused = ran({"convert", "--to", "json", path.c_str()});
     EXPECT_EQ(refused.status, 2);
     EXPECT_EQ(refused.error, "invhwctl: convert: " + path +
                                  ":20: rows of Storage stand in two places, which the JSON form cannot say\n");
@@ -124,7 +77,7 @@ TEST_F(ConvertCommand, writesATableAGroup)
     const std::string path = file("a.xml", xmlList(xmlRow("Storage", "2", kStorage) + xmlRow("Storage", "2", second) +
                                                    xmlRow("Gadget", "1", "\n<B>-1</B>\n<A>x</A>")));
     const std::string tables = file("tables");
-    const Ran written = ran({"convert", "--to", "csv", "-o", tables.c_str(), path.c_str()});
+    const CommandRun written = ran({"convert", "--to", "csv", "-o", tables.c_str(), path.c_str()});
     EXPECT_EQ(written.status, 0) << written.error;
     EXPECT_EQ(fileText(tables + "/Storage.csv"), "Model,DeviceName,Colour\r\n=1+1,\"a,\"\"b\"\"\",\r\n"
                                                  ",\"two\r\nlines\",\"\"\r\n");
