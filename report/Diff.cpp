@@ -25,6 +25,8 @@ Program programOf(const DiffSide& side)
     return isFirst == isSecond ? Program::UNKNOWN : isFirst ? Program::FIRST : Program::SECOND;
 }
 
+using Found = std::function<void(const Change&)>;
+
 // One group of two reports.
 class GroupDiff
 {
@@ -34,7 +36,7 @@ public:
                                           {now.store(), comparison.now, {}, {}, {}}}
     {
     }
-    void run(const std::function<void(const Change&)>& found);
+    void run(const Found& found);
 
 private:
     struct Side {
@@ -51,6 +53,8 @@ private:
     Change changeOf(Change::Kind kind, const Side& side, size_t row, const Row& values) const;
     Change changeOf(size_t old, size_t now, const Row& before) const;
     size_t shownName(const Side& side, size_t row) const;
+    void tellOld(size_t old, size_t now, const Found& found) const;
+    void tellNew(size_t now, const Found& found) const;
 
     const Comparison& comparison_;
     Side sides_[2];
@@ -112,7 +116,31 @@ Change GroupDiff::changeOf(size_t old, size_t now, const Row& before) const
     return change;
 }
 
-void GroupDiff::run(const std::function<void(const Change&)>& found)
+// A row of the old report and its partner in the new one, if it has one.
+void GroupDiff::tellOld(size_t old, size_t now, const Found& found) const
+{
+    Row before = sides_[0].row(old);
+    if (now == NO_ROW) {
+        Change change = changeOf(Change::REMOVED, sides_[0], old, before);
+        change.values = valuesRemoved(comparison_, std::move(before));
+        found(change);
+        return;
+    }
+    Change change = changeOf(old, now, before);
+    change.values = valuesChanged(comparison_, std::move(before), sides_[1].row(now));
+    if (!change.values.empty())
+        found(change);
+}
+
+void GroupDiff::tellNew(size_t now, const Found& found) const
+{
+    Row row = sides_[1].row(now);
+    Change change = changeOf(Change::ADDED, sides_[1], now, row);
+    change.values = valuesAdded(comparison_, std::move(row));
+    found(change);
+}
+
+void GroupDiff::run(const Found& found)
 {
     size_t firstKey = 0;
     const std::vector<Name> pairing = pairingNames(comparison_, firstKey);
@@ -122,24 +150,13 @@ void GroupDiff::run(const std::function<void(const Change&)>& found)
     const std::vector<size_t> partners = pairRows(sides_[0].marks, sides_[1].marks, firstKey);
     std::vector<bool> isPaired(sides_[1].count(), false);
     for (size_t old = 0; old < partners.size(); ++old) {
-        Row before = sides_[0].row(old);
-        const size_t now = partners[old];
-        Change change = now == NO_ROW ? changeOf(Change::REMOVED, sides_[0], old, before) : changeOf(old, now, before);
-        if (now != NO_ROW)
-            isPaired[now] = true;
-        change.values = now == NO_ROW ? valuesRemoved(comparison_, std::move(before))
-                                      : valuesChanged(comparison_, std::move(before), sides_[1].row(now));
-        if (now == NO_ROW || !change.values.empty())
-            found(change);
+        tellOld(old, partners[old], found);
+        if (partners[old] != NO_ROW)
+            isPaired[partners[old]] = true;
     }
-    for (size_t now = 0; now < isPaired.size(); ++now) {
-        if (isPaired[now])
-            continue;
-        Row row = sides_[1].row(now);
-        Change change = changeOf(Change::ADDED, sides_[1], now, row);
-        change.values = valuesAdded(comparison_, std::move(row));
-        found(change);
-    }
+    for (size_t now = 0; now < isPaired.size(); ++now)
+        if (!isPaired[now])
+            tellNew(now, found);
 }
 
 // Names of the groups of both reports: those of the catalog in its order, then the others.

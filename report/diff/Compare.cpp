@@ -237,7 +237,9 @@ uint64_t hashOf(const Comparison& comparison, Row row)
 std::vector<ValueChange> valuesAdded(const Comparison& comparison, Row row)
 {
     std::vector<ValueChange> changes;
-    for (Value& value : valuesOfOne(comparison, comparison.old, std::move(row)))
+    std::vector<Value> values = valuesOfOne(comparison, comparison.old, std::move(row));
+    changes.reserve(values.size());
+    for (Value& value : values)
         changes.push_back({std::nullopt, std::move(value)});
     return changes;
 }
@@ -245,7 +247,9 @@ std::vector<ValueChange> valuesAdded(const Comparison& comparison, Row row)
 std::vector<ValueChange> valuesRemoved(const Comparison& comparison, Row row)
 {
     std::vector<ValueChange> changes;
-    for (Value& value : valuesOfOne(comparison, comparison.now, std::move(row)))
+    std::vector<Value> values = valuesOfOne(comparison, comparison.now, std::move(row));
+    changes.reserve(values.size());
+    for (Value& value : values)
         changes.push_back({std::move(value), std::nullopt});
     return changes;
 }
