@@ -30,49 +30,7 @@ std::string csvCell(std::string_view text, bool isForSpreadsheet)
     return quoted + '"';
 }
 
-void CsvColumns::add(const Value& value)
-{
-    if (value.attribute != nullptr)
-        known_.emplace(value.attribute->position, value.attribute);
-    else
-        other_.emplace(value.element, other_.size());
-}
-
-std::optional<size_t> CsvColumns::column(const Value& value) const
-{
-    if (value.attribute != nullptr) {
-        const auto found = known_.find(value.attribute->position);
-        return found != known_.end() ? std::optional<size_t>(std::distance(known_.begin(), found)) : std::nullopt;
-    }
-    const auto found = other_.find(value.element);
-    return found != other_.end() ? std::optional<size_t>(known_.size() + found->second) : std::nullopt;
-}
-
-std::vector<std::string> CsvColumns::names() const
-{
-    std::vector<std::string> names;
-    for (const auto& [position, attribute] : known_)
-        names.push_back(attribute->element);
-    names.resize(size());
-    for (const auto& [element, column] : other_)
-        names[known_.size() + column] = element;
-    return names;
-}
-
-void CsvColumnsSink::row(const GroupRows& group, Row& row, const RowLines&)
-{
-    if (!failure.empty())
-        return;
-    CsvColumns& columns = groups[std::string(group.name())];
-    for (const Value& value : row.values)
-        columns.add(value);
-    if (groups.size() > kMostGroups)
-        failure = "more than " + std::to_string(kMostGroups) + " groups";
-    if (columns.size() > kMostColumns)
-        failure = std::string(group.name()) + " has more than " + std::to_string(kMostColumns) + " attributes";
-}
-
-std::string csvHeading(const CsvColumns& columns, bool isForSpreadsheet)
+std::string csvHeading(const Columns& columns, bool isForSpreadsheet)
 {
     std::vector<std::string> cells = columns.names();
     for (std::string& cell : cells)
@@ -80,7 +38,7 @@ std::string csvHeading(const CsvColumns& columns, bool isForSpreadsheet)
     return joined(cells);
 }
 
-std::string csvRow(const CsvColumns& columns, const Row& row, bool isForSpreadsheet)
+std::string csvRow(const Columns& columns, const Row& row, bool isForSpreadsheet)
 {
     std::vector<std::string> cells(columns.size());
     for (const Value& value : row.values)

@@ -1,6 +1,8 @@
 #include "report/Utf8.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <cstdio>
 
 namespace report
 {
@@ -58,6 +60,23 @@ bool isNoncharacter(std::string_view character)
 {
     return character == "\xEF\xBF\xBE" || character == "\xEF\xBF\xBF";
 }
+
+// Characters that are not seen and yet do something (Unicode's general categories Cc, Cf, Zl, Zp but for the marks that
+// writings need, and noncharacters).
+struct Range {
+    char32_t first, last;
+};
+constexpr Range kUnseen[] = {
+    {0x0000, 0x001F}, {0x007F, 0x009F}, {0x00AD, 0x00AD},   {0x061C, 0x061C}, {0x180E, 0x180E},
+    {0x200B, 0x200B}, {0x200E, 0x200F}, {0x2028, 0x202E},   {0x2060, 0x206F}, {0xFEFF, 0xFEFF},
+    {0xFFF9, 0xFFFB}, {0xFFFE, 0xFFFF}, {0xE0000, 0xE007F},
+};
+
+bool isUnseen(char32_t code)
+{
+    return std::any_of(std::begin(kUnseen), std::end(kUnseen),
+                       [code](const Range& range) { return code >= range.first && code <= range.last; });
+}
 } // namespace
 
 std::string validUtf8(std::string_view bytes)
@@ -75,6 +94,42 @@ std::string validUtf8(std::string_view bytes)
         bytes.remove_prefix(character.size());
     }
     return text;
+}
+
+Character firstCharacter(std::string_view text)
+{
+    constexpr char32_t kUnknown = 0xFFFD;
+    if (byteAt(text, 0) < 0x80)
+        return {byteAt(text, 0), 1};
+    const size_t length = characterLength(text);
+    if (length == 0)
+        return {kUnknown, 1};
+    constexpr uint8_t kLeadBits[] = {0, 0, 0x1F, 0x0F, 0x07};
+    char32_t code = byteAt(text, 0) & kLeadBits[length];
+    for (size_t i = 1; i < length; ++i)
+        code = code << 6U | (byteAt(text, i) & 0x3FU);
+    return {code, length};
+}
+
+std::string visibleText(std::string_view text)
+{
+    std::string seen;
+    seen.reserve(text.size());
+    while (!text.empty()) {
+        const Character character = firstCharacter(text);
+        const bool isBroken = character.bytes == 1 && byteAt(text, 0) >= 0x80;
+        if (isBroken) {
+            seen += kReplacement;
+        } else if (isUnseen(character.code)) {
+            char number[16];
+            snprintf(number, sizeof number, "<U+%04X>", static_cast<unsigned>(character.code));
+            seen += number;
+        } else {
+            seen += text.substr(0, character.bytes);
+        }
+        text.remove_prefix(character.bytes);
+    }
+    return seen;
 }
 
 std::string_view firstCharacters(std::string_view text, size_t characters)

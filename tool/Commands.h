@@ -10,6 +10,7 @@ namespace tool
 {
 extern const CommandDef SCAN_COMMAND;
 extern const CommandDef RECORD_COMMAND;
+extern const CommandDef SHOW_COMMAND;
 extern const CommandDef CHECK_COMMAND;
 extern const CommandDef DIFF_COMMAND;
 extern const CommandDef CONVERT_COMMAND;

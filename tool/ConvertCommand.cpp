@@ -125,7 +125,7 @@ int convertToText(const Arguments& arguments)
 class CsvRows : public report::ReportSink
 {
 public:
-    CsvRows(const report::CsvColumnsSink& columns, bool isForSpreadsheet)
+    CsvRows(const report::ColumnsSink& columns, bool isForSpreadsheet)
         : columns_(columns), isForSpreadsheet_(isForSpreadsheet)
     {
     }
@@ -143,7 +143,7 @@ public:
     std::map<std::string, std::unique_ptr<Spool>> spools;
 
 private:
-    const report::CsvColumnsSink& columns_;
+    const report::ColumnsSink& columns_;
     bool isForSpreadsheet_;
 };
 
@@ -156,7 +156,7 @@ bool makeFolder(const std::string& path, std::string& reason)
     return false;
 }
 
-bool writeTables(const std::string& folder, const report::CsvColumnsSink& columns, CsvRows& rows, bool isForSpreadsheet,
+bool writeTables(const std::string& folder, const report::ColumnsSink& columns, CsvRows& rows, bool isForSpreadsheet,
                  std::string& reason)
 {
     if (!makeFolder(folder, reason))
@@ -182,7 +182,7 @@ int convertToCsv(const Arguments& arguments)
         return fail(CONVERT_COMMAND.name, "--to csv: expected a folder for its files, --output DIR");
     report::ReportFile file;
     report::ReadProblem problem;
-    report::CsvColumnsSink columns;
+    report::ColumnsSink columns;
     if (!file.open(path, problem))
         return fail(CONVERT_COMMAND.name, problemText(path, problem));
     if (!acceptsReport(CONVERT_COMMAND, arguments, path, file.read(columns, problem), problem))
