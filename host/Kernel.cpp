@@ -236,6 +236,20 @@ std::optional<CpuidLeaf> Kernel::cpuid(uint32_t leaf, uint32_t subleaf) const
     return values;
 }
 
+static std::optional<Service> parseService(const nlohmann::json& object)
+{
+    Service service{textOf(object, "name"),        textOf(object, "description"),   textOf(object, "activeState"),
+                    textOf(object, "subState"),    textOf(object, "unitFileState"), textOf(object, "type"),
+                    textOf(object, "commandLine"), textOf(object, "user")};
+    return isName(service.name) ? std::optional(std::move(service)) : std::nullopt;
+}
+
+std::optional<std::vector<Service>> Kernel::services() const
+{
+    const nlohmann::json services = answer("services", "");
+    return services.is_array() ? std::optional(listOf(services, parseService)) : std::nullopt;
+}
+
 // Seconds since 1970 UTC, 0 left out: it stands where a file system has no time.
 static std::optional<int64_t> secondsOf(const nlohmann::json& answer)
 {

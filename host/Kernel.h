@@ -81,6 +81,17 @@ struct BlockContent {
     std::string partitionTable; // "gpt", "dos"
 };
 
+/// A service that the service manager has loaded (systemd's Manager and Service objects).
+struct Service {
+    std::string name; // "ssh.service"
+    std::string description;
+    std::string activeState, subState; // "active", "running"
+    std::string unitFileState;         // "enabled"; empty for one without a file
+    std::string type;                  // "notify"
+    std::string commandLine;           // the first command's; secrets are hidden
+    std::string user;                  // empty: root
+};
+
 /// Names of the running kernel (uname).
 struct KernelNames {
     std::string system, node, release, version, machine;
@@ -126,6 +137,8 @@ public:
     std::optional<BlockContent> blockContent(std::string_view device) const;
     /// Absent on processors without CPUID and for leaves that they do not have.
     std::optional<CpuidLeaf> cpuid(uint32_t leaf, uint32_t subleaf) const;
+    /// What the running service manager has loaded; absent where none answers.
+    std::optional<std::vector<Service>> services() const;
     /// When a file was made (statx), seconds since 1970 UTC.
     std::optional<int64_t> birthTime(std::string_view path) const;
     /// When a file was last written (statx), seconds since 1970 UTC.

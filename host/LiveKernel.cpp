@@ -33,6 +33,7 @@ constexpr Question kQuestions[] = {
     {"names", askNames, "uname"},
     {"pageSize", askPageSize},
     {"routes", askRoutes, "RTM_GETROUTE"},
+    {"services", askServices, "org.freedesktop.systemd1"},
     {"userId", askUserId},
 };
 

@@ -542,6 +542,77 @@ def apt_mark_said(report):
     return facts
 
 
+# getent and passwd
+
+
+def getent():
+    facts = {}
+    for entry in run("getent", "-s", "files", "passwd").splitlines():
+        name, _, user, group, gecos, home, shell = entry.split(":")
+        put(facts, name, user=int(user), group=int(group), full=gecos.split(",")[0], home=home, shell=shell)
+    return facts
+
+
+def getent_said(report):
+    facts = {}
+    for row in rows(report, "UserAccountInfo"):
+        put(facts, row["UserName"], user=row["UserID"], group=row["GroupID"], full=row.get("Description", ""),
+            home=row.get("Home", ""), shell=row.get("Shell", ""))
+    return facts
+
+
+def passwd():
+    """NAME STATUS CHANGED MINIMUM MAXIMUM WARNING INACTIVE; status L, NP or P."""
+    facts = {}
+    for entry in run("passwd", "-S", "-a").splitlines():
+        name, status, _, minimum, maximum = entry.split()[:5]
+        put(facts, name, status=status, expires="Yes" if 0 <= int(maximum) < 99999 else "No",
+            changeable="No" if int(minimum) > int(maximum) >= 0 else "Yes")
+    return facts
+
+
+def passwd_said(report):
+    facts = {}
+    for row in rows(report, "UserAccountInfo"):
+        status = "NP" if row.get("PasswordRequired") == "No" else "L" if row.get("Disabled") == "Yes" else "P"
+        put(facts, row["UserName"], status=status, expires=row.get("PasswordExpires"), changeable=row.get("PasswordChangeable"))
+    return facts
+
+
+# systemctl: states of unit files as it reads them itself, and of units where the manager runs
+
+
+def unit_files():
+    facts = {}
+    listed = run("systemctl", "--root=/", "list-unit-files", "--type=service", "--no-legend", "--no-pager")
+    for name, state in (entry.split()[:2] for entry in listed.splitlines()):
+        if "@." not in name and state != "alias":
+            put(facts, name, state=state)
+    return facts
+
+
+def unit_files_said(report):
+    facts = {}
+    for row in rows(report, "ServiceInfo"):
+        put(facts, row["ServiceName"], state=row.get("UnitFileState"))
+    return facts
+
+
+def units():
+    facts = {}
+    for entry in json.loads(run("systemctl", "list-units", "--type=service", "--all", "--output=json")):
+        if entry["load"] != "not-found":
+            put(facts, entry["unit"], active=entry["active"], sub=entry["sub"], description=entry["description"])
+    return facts
+
+
+def units_said(report):
+    facts = {}
+    for row in rows(report, "ServiceInfo"):
+        put(facts, row["ServiceName"], active=row.get("State"), sub=row.get("Status"), description=row.get("Description"))
+    return facts
+
+
 COMPARISONS = [
     ("lscpu", lscpu, lscpu_said),
     ("lscpu", lscpu_lines, lscpu_lines_said),
@@ -555,6 +626,10 @@ COMPARISONS = [
     ("free", free, free_said),
     ("dpkg-query", dpkg_query, dpkg_query_said),
     ("apt-mark", apt_mark, apt_mark_said),
+    ("getent", getent, getent_said),
+    ("passwd", passwd, passwd_said),
+    ("systemctl", unit_files, unit_files_said),
+    ("systemctl", units, units_said),
 ]
 
 

@@ -1,5 +1,6 @@
 """A laptop: UEFI with Secure Boot, an NVMe disk with LUKS and LVM on it, a battery, wireless network, hybrid cores."""
 
+import accounts
 import packages
 import smbios
 import sysfs
@@ -178,6 +179,9 @@ def distribution(machine):
     machine.file("/proc/sys/kernel/domainname", "(none)\n")
     machine.file("/run/systemd/users/1000", "# This is private data. Do not parse.\nNAME=ada\nSTATE=active\n")
     packages.debian_desktop(machine)
+    accounts.debian_accounts(machine)
+    accounts.units(machine)
+    accounts.manager(machine)
     machine.answer("birthTime", 1690000000, "/")
     machine.answer("pageSize", 4096)
 

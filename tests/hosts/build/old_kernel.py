@@ -1,6 +1,7 @@
 """A PC of 2008 with kernel 4.4: BIOS, SMBIOS 2.5 with a 32-bit entry point, an IDE disk, a DVD writer, no lists of cores,
 no udev data of later forms, System V init."""
 
+import accounts
 import smbios
 import sysfs
 import system
@@ -128,6 +129,7 @@ def build():
     machine.file("/etc/samba/smb.conf", "[global]\n   workgroup = ATTIC\n[homes]\n   workgroup = NOT\n")
     machine.file("/var/lib/dbus/machine-id", "4a3b2c1d00112233445566778899aabb\n")
     machine.file("/var/lib/dpkg/status", "")
+    accounts.scripts(machine)
     system.pci_ids(machine)
     for path in [path for path in machine.contents if path.endswith(("/queue/zoned", "/hidden"))]:
         del machine.contents[path]  # younger than this kernel

@@ -1,6 +1,7 @@
 """A server of two sockets with two NUMA nodes each, 24 memory modules, SAS disks on two paths and NVMe disks whose
 controllers the kernel puts under one head."""
 
+import accounts
 import smbios
 import sysfs
 import system
@@ -188,6 +189,8 @@ def build():
     system.systemd(machine, "multi-user.target")
     system.pci_ids(machine)
     machine.file("/var/lib/dpkg/status", "")
+    accounts.livepatch(machine)
+    accounts.units(machine)
     machine.file("/etc/machine-id", "c0ffee00c0ffee11c0ffee22c0ffee33\n")
     machine.file("/sys/kernel/address_bits", "64\n")
     machine.file("/sys/kernel/security/lsm", "lockdown,capability,landlock,yama,apparmor,ima,evm")
