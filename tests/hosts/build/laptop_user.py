@@ -13,6 +13,9 @@ def build():
     for path in REFUSED:
         machine.error(path, "EACCES")
         machine.file(path.replace("/sys/class/dmi/id", "/sys/devices/virtual/dmi/id"), "")
+    for number in (3, 6):
+        machine.answer("keyboardRepeat", {"error": "EACCES", "call": "EVIOCGREP"}, f"/dev/input/event{number}")
+    machine.answer("nvmeHealth", {"error": "EACCES", "call": "NVME_IOCTL_ADMIN_CMD"}, "/dev/nvme0")
     modules = ""
     for slot in range(2):
         name = f"E:MEMORY_DEVICE_{slot}_"
