@@ -5,14 +5,13 @@
 #include "host/Root.h"
 #include "host/firmware/FirmwareFacts.h"
 #include "host/firmware/MemoryDevices.h"
-#include "host/memory/ErrorCounts.h"
 #include "report/catalog/AttributeIds.h"
 
 namespace host
 {
 namespace
 {
-RowBuilder moduleRow(const MemoryDevice& device, std::string_view source, uint64_t index)
+void addModule(const MemoryDevice& device, std::string_view source, uint64_t index, Collection& collection)
 {
     RowBuilder row(GROUP_MEMORY_MODULES);
     row.number(MEMORY_MODULES_INDEX, index, source);
@@ -34,22 +33,7 @@ RowBuilder moduleRow(const MemoryDevice& device, std::string_view source, uint64
     row.number(MEMORY_MODULES_DATA_WIDTH, device.dataWidth, source);
     row.number(MEMORY_MODULES_TOTAL_WIDTH, device.totalWidth, source);
     row.number(MEMORY_MODULES_CONFIGURED_VOLTAGE, device.configuredMillivolts, source);
-    return row;
-}
-
-void addErrors(const ErrorCounts& counts, RowBuilder& row)
-{
-    row.number(MEMORY_MODULES_CORRECTED_ERRORS, counts.corrected, counts.folder + "dimm_ce_count");
-    row.number(MEMORY_MODULES_UNCORRECTED_ERRORS, counts.uncorrected, counts.folder + "dimm_ue_count");
-}
-
-// An empty socket has no place that anything could be said of.
-std::vector<ModulePlace> placesOf(const std::vector<MemoryDevice>& devices)
-{
-    std::vector<ModulePlace> places;
-    for (const MemoryDevice& device : devices)
-        places.push_back(device.sizeMB == 0 ? ModulePlace{} : ModulePlace{device.socket, device.bank});
-    return places;
+    collection.add(std::move(row));
 }
 } // namespace
 
@@ -62,13 +46,7 @@ void collectMemoryModules(const Machine& machine, Collection& collection)
         source = kUdevMemoryPath;
         devices = memoryDevicesOfUdev(machine.root.read(kUdevMemoryPath).value_or(""));
     }
-    const std::vector<ErrorCounts> counts = readErrorCounts(machine.root);
-    const std::vector<const ErrorCounts*> ofModules = countsOfModules(counts, placesOf(devices));
-    for (size_t i = 0; i < devices.size(); ++i) {
-        RowBuilder row = moduleRow(devices[i], source, i + 1);
-        if (ofModules[i] != nullptr)
-            addErrors(*ofModules[i], row);
-        collection.add(std::move(row));
-    }
+    for (size_t i = 0; i < devices.size(); ++i)
+        addModule(devices[i], source, i + 1, collection);
 }
 } // namespace host

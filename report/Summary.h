@@ -77,6 +77,9 @@ public:
     /// The summary of what came until now.
     Summary summary() const;
 
+    /// The groups that came, by their elements, in order.
+    const std::vector<std::string>& elements() const { return order_; }
+
     /// Rows of a group by its element.
     const std::map<std::string, uint64_t, std::less<>>& rows() const { return rows_; }
 

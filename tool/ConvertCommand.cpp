@@ -11,6 +11,7 @@
 #include "report/Reader.h"
 #include "report/Writer.h"
 #include "tool/Commands.h"
+#include "tool/HtmlPage.h"
 #include "tool/OutputFile.h"
 #include "tool/ReadReport.h"
 #include "tool/Spool.h"
@@ -19,11 +20,12 @@ namespace tool
 {
 namespace
 {
-constexpr const char* kForms[] = {"xml", "json", "csv"};
+constexpr const char* kForms[] = {"xml", "json", "csv", "html"};
 constexpr size_t kMostGroups = 10'000;
 
 constexpr OptionDef kConvertOptions[] = {
-    {"--to", "-t", "FORM", "form of the result: xml, json, or csv", false, kForms},
+    {"--to", "-t", "FORM", "form of the result: xml, json, csv, or html, the page of invhwctl show --html", false,
+     kForms},
     {"--output", "-o", "FILE",
      "write the result to FILE, whole or not at all, mode 0600; \"-\", the default, is standard output. Of csv, FILE "
      "is a "
@@ -201,9 +203,11 @@ int runConvert(const Arguments& arguments)
 {
     const std::string form = arguments.value("--to");
     if (form.empty())
-        return fail(CONVERT_COMMAND.name, "missing option: --to xml, json or csv");
+        return fail(CONVERT_COMMAND.name, "missing option: --to xml, json, csv or html");
     if (form != "csv" && arguments.has("--spreadsheet"))
         return fail(CONVERT_COMMAND.name, "--spreadsheet: expected --to csv");
+    if (form == "html")
+        return writePage(CONVERT_COMMAND, arguments);
     return form == "csv" ? convertToCsv(arguments) : convertToText(arguments);
 }
 } // namespace

@@ -4,9 +4,10 @@
 #include <functional>
 
 #include "report/Columns.h"
-#include "report/Summary.h"
 #include "report/Terminal.h"
 #include "tool/Commands.h"
+#include "tool/FirstLook.h"
+#include "tool/HtmlPage.h"
 #include "tool/OutputFile.h"
 #include "tool/ReadReport.h"
 #include "tool/Style.h"
@@ -21,6 +22,9 @@ constexpr OptionDef kShowOptions[] = {
      "summary; "
      "repeatable",
      true},
+    {"--html", nullptr, nullptr,
+     "one HTML page with the summary and a table of every group, or of those that --group names: sortable, filterable, "
+     "printable, without anything from elsewhere"},
     {"--output", "-o", "FILE", "write to FILE, whole or not at all, mode 0600; \"-\", the default, is standard output"},
     PARTIAL_OPTION,
 };
@@ -28,6 +32,7 @@ constexpr ExampleDef kShowExamples[] = {
     {"invhwctl show report.xml", "the machine on one page: what it is, its disks, its network, what was refused"},
     {"invhwctl scan | invhwctl show -", "the same of this machine, now"},
     {"invhwctl show --group Storage --group \"Network Adapter\" report.xml", "two groups as tables, every attribute"},
+    {"invhwctl show --html -o host17.html report.xml", "the same for a browser, in one file"},
     {"invhwctl show --group \"Software Packages\" report.json | less -S", "a wide table, line by line"},
 };
 
@@ -35,22 +40,6 @@ report::TerminalStyle styleOf(const Arguments& arguments)
 {
     return outputStyle(arguments.value("--output", "-") == "-");
 }
-
-// What is known of a report when it was read once.
-class FirstLook : public report::ReportSink
-{
-public:
-    void header(const report::Header& header) override { summary.header(header); }
-    void group(const report::GroupRows& group, uint64_t line) override { summary.group(group, line); }
-    void row(const report::GroupRows& group, report::Row& row, const report::RowLines& lines) override
-    {
-        columns.row(group, row, lines);
-        summary.row(group, row, lines);
-    }
-
-    report::SummarySink summary;
-    report::ColumnsSink columns;
-};
 
 // Hands the rows of one group to a function.
 class RowsOf : public report::ReportSink
@@ -70,28 +59,6 @@ private:
     std::string element_;
     std::function<void(const report::Row&)> take_;
 };
-
-// The elements of the groups that --group names. A group is one of the catalog or one of the report.
-bool readElements(const Arguments& arguments, const report::ColumnsSink& columns, std::vector<std::string>& elements,
-                  std::string& reason)
-{
-    std::vector<std::string> names;
-    for (const report::Group& group : report::catalog())
-        names.push_back(group.name);
-    for (const auto& [element, unused] : columns.groups)
-        names.push_back(element);
-    for (const std::string& name : arguments.values("--group")) {
-        const report::Group* group = report::findGroupByAnyName(name);
-        const std::string element = group != nullptr ? group->element : name;
-        if (group == nullptr && columns.groups.find(element) == columns.groups.end()) {
-            reason = "unknown group " + name + suggestion(name, names);
-            return false;
-        }
-        if (std::find(elements.begin(), elements.end(), element) == elements.end())
-            elements.push_back(element);
-    }
-    return true;
-}
 
 // Reads the report two more times: a table's columns are as wide as its widest values.
 bool printTable(const std::string& element, const report::ColumnsSink& columns, report::ReportFile& file,
@@ -139,13 +106,11 @@ int showSummary(const Arguments& arguments, const FirstLook& look)
 
 int runShow(const Arguments& arguments)
 {
-    const std::string path = arguments.operands[0];
+    if (arguments.has("--html"))
+        return writePage(SHOW_COMMAND, arguments);
     report::ReportFile file;
-    report::ReadProblem problem;
     FirstLook look;
-    if (!file.open(path, problem))
-        return fail(SHOW_COMMAND.name, problemText(path, problem));
-    if (!acceptsReport(SHOW_COMMAND, arguments, path, file.read(look, problem), problem))
+    if (!readFirst(SHOW_COMMAND, arguments, file, look))
         return EXIT_TROUBLE;
     return arguments.has("--group") ? showTables(arguments, look, file) : showSummary(arguments, look);
 }
@@ -157,7 +122,8 @@ constexpr CommandDef SHOW_COMMAND = {
     .description =
         "Shows a report of invhw or of invhwctl scan, in either form (\"-\" is standard input): on one page what the "
         "machine is, its firmware, processors, memory and modules, disks with what lies on them and where it is "
-        "mounted, network, and what the scan was refused; or whole tables. On a terminal lines are as wide as it is, "
+        "mounted, network, and what the scan was refused; or whole tables; or all of it as an HTML page. On a terminal "
+        "lines are as wide as it is, "
         "and what is out of order has a colour, unless NO_COLOR is set; what is piped has neither.",
     .operands = "FILE",
     .leastOperands = 1,

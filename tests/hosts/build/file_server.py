@@ -2,6 +2,7 @@
 
 import sysfs
 import system
+from machine import Machine
 
 CLOCK = 1763724934
 SHARES = 10000
@@ -99,7 +100,9 @@ def mounts(machine):
 
 
 def build():
-    machine = system.recorded_by_root()
+    machine = Machine()
+    machine.answer("userId", 0)
+    machine.answer("pageSize", 4096)
     processors(machine)
     system.memory(machine, 7999416, 412300, 6501232, 0, 0)
     disks(machine)

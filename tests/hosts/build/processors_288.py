@@ -2,6 +2,7 @@
 
 import sysfs
 import system
+from machine import Machine
 
 CLOCK = 1763724934
 CORES = 72  # of a socket
@@ -49,7 +50,9 @@ def processors(machine):
 
 
 def build():
-    machine = system.recorded_by_root()
+    machine = Machine()
+    machine.answer("userId", 0)
+    machine.answer("pageSize", 4096)
     processors(machine)
     system.memory(machine, 1055922176, 1012345678, 1040000000, 8388604, 8388604)
     machine.names("hpc288", "6.12.41-smp", "#1 SMP Mon Sep 1 10:00:00 UTC 2025", "x86_64")

@@ -45,11 +45,30 @@ TEST_F(ShowCommand, writesAFileWholeOrNotAtAll)
     EXPECT_EQ(ran({"show", "/nonexistent"}).error, "invhwctl: show: /nonexistent: No such file or directory\n");
 }
 
+TEST_F(ShowCommand, writesAPage)
+{
+    const std::string path = file("a.xml", xmlList(kDisk + kOther + kDisk)), page = file("page.html");
+    EXPECT_EQ(ran({"show", "--html", "-o", page.c_str(), path.c_str()}).status, 0);
+    const std::string text = fileText(page);
+    EXPECT_TRUE(text.starts_with("<!DOCTYPE html>"));
+    EXPECT_TRUE(text.ends_with("</html>\n"));
+    EXPECT_NE(text.find("<h2>Storage</h2><span class=\"count\">2 rows"), std::string::npos);
+    EXPECT_NE(text.find("id=\"g-Gadget\""), std::string::npos);
+    EXPECT_EQ(text.find("id=\"sources\""), std::string::npos);
+    EXPECT_EQ(ran({"show", "--html", path.c_str()}).out, text);
+    EXPECT_EQ(ran({"convert", "--to", "html", path.c_str()}).out, text);
+    const std::string one = ran({"show", "--html", "--group", "Storage", path.c_str()}).out;
+    EXPECT_NE(one.find("<details id=\"g-Storage\" data-name=\"Storage\" open>"), std::string::npos);
+    EXPECT_EQ(one.find("id=\"g-Gadget\""), std::string::npos);
+    EXPECT_EQ(ran({"show", "--html", "-g", "Gadgets", path.c_str()}).error,
+              "invhwctl: show: unknown group Gadgets; did you mean Gadget?\n");
+}
+
 TEST_F(ShowCommand, refusesAReportThatWasCutOffUnlessAsked)
 {
     const std::string whole = xmlList(kDisk);
     const std::string cut = file("cut.xml", whole.substr(0, whole.size() - 1));
-    for (const std::vector<const char*>& options : {std::vector<const char*>{}, {"-g", "Storage"}}) {
+    for (const std::vector<const char*>& options : {std::vector<const char*>{}, {"-g", "Storage"}, {"--html"}}) {
         std::vector<const char*> words{"show"};
         words.insert(words.end(), options.begin(), options.end());
         words.push_back(cut.c_str());
