@@ -125,10 +125,7 @@ static void tellFailure(Notes& notes, const std::string& call, std::string_view 
 {
     const int number = errorNumber(error).value_or(EIO);
     const std::string what = call.substr(0, kMostName) + (argument.empty() ? "" : " " + std::string(argument));
-    if (number == EACCES || number == EPERM)
-        notes.refused(what, number);
-    else
-        notes.failed(what, number);
+    notes.failed(what, number);
 }
 
 nlohmann::json Kernel::ask(std::string_view question, std::string_view argument) const
@@ -234,6 +231,38 @@ std::optional<CpuidLeaf> Kernel::cpuid(uint32_t leaf, uint32_t subleaf) const
         values[i] = *value;
     }
     return values;
+}
+
+static std::optional<Service> parseService(const nlohmann::json& object)
+{
+    Service service{textOf(object, "name"),        textOf(object, "description"),   textOf(object, "activeState"),
+                    textOf(object, "subState"),    textOf(object, "unitFileState"), textOf(object, "type"),
+                    textOf(object, "commandLine"), textOf(object, "user")};
+    return isName(service.name) ? std::optional(std::move(service)) : std::nullopt;
+}
+
+std::optional<std::vector<Service>> Kernel::services() const
+{
+    const nlohmann::json services = answer("services", "");
+    return services.is_array() ? std::optional(listOf(services, parseService)) : std::nullopt;
+}
+
+std::optional<KeyboardRepeat> Kernel::keyboardRepeat(std::string_view node) const
+{
+    const nlohmann::json repeat = ask("keyboardRepeat", node);
+    if (!repeat.is_object())
+        return std::nullopt;
+    return KeyboardRepeat{numberOf<uint32_t>(repeat, "delay"), numberOf<uint32_t>(repeat, "period")};
+}
+
+std::optional<NvmeHealth> Kernel::nvmeHealth(std::string_view node) const
+{
+    const nlohmann::json log = ask("nvmeHealth", node);
+    if (!log.is_object())
+        return std::nullopt;
+    const auto number = [&log](const char* name) { return numberIn<uint64_t>(memberOf(log, name)); };
+    return NvmeHealth{number("criticalWarning"), number("temperature"),      number("availableSpare"),
+                      number("percentageUsed"),  number("dataUnitsWritten"), number("powerOnHours")};
 }
 
 // Seconds since 1970 UTC, 0 left out: it stands where a file system has no time.

@@ -81,6 +81,33 @@ struct BlockContent {
     std::string partitionTable; // "gpt", "dos"
 };
 
+/// A service that the service manager has loaded (systemd's Manager and Service objects).
+struct Service {
+    std::string name; // "ssh.service"
+    std::string description;
+    std::string activeState, subState; // "active", "running"
+    std::string unitFileState;         // "enabled"; empty for one without a file
+    std::string type;                  // "notify"
+    std::string commandLine;           // the first command's; secrets are hidden
+    std::string user;                  // empty: root
+};
+
+/// How a key of a keyboard repeats (EVIOCGREP), in milliseconds.
+struct KeyboardRepeat {
+    uint32_t delay = 0;  // before it repeats
+    uint32_t period = 0; // from one time to the next
+};
+
+/// What an NVMe controller tells of its health (NVM Express Base Specification 2.0, 5.16.1.3).
+struct NvmeHealth {
+    std::optional<uint64_t> criticalWarning;  // bits; 0 is well
+    std::optional<uint64_t> kelvin;           // composite temperature
+    std::optional<uint64_t> availableSpare;   // percent
+    std::optional<uint64_t> percentageUsed;   // more than 100 when it outlives what it was made for
+    std::optional<uint64_t> dataUnitsWritten; // of 512,000 bytes
+    std::optional<uint64_t> powerOnHours;
+};
+
 /// Names of the running kernel (uname).
 struct KernelNames {
     std::string system, node, release, version, machine;
@@ -126,6 +153,12 @@ public:
     std::optional<BlockContent> blockContent(std::string_view device) const;
     /// Absent on processors without CPUID and for leaves that they do not have.
     std::optional<CpuidLeaf> cpuid(uint32_t leaf, uint32_t subleaf) const;
+    /// What the running service manager has loaded; absent where none answers.
+    std::optional<std::vector<Service>> services() const;
+    /// Asks the controller of a node ("/dev/nvme0"), which root alone may; it may take as long as the kernel waits for it.
+    std::optional<NvmeHealth> nvmeHealth(std::string_view node) const;
+    /// Asks a keyboard's node in /dev/input.
+    std::optional<KeyboardRepeat> keyboardRepeat(std::string_view node) const;
     /// When a file was made (statx), seconds since 1970 UTC.
     std::optional<int64_t> birthTime(std::string_view path) const;
     /// When a file was last written (statx), seconds since 1970 UTC.

@@ -27,12 +27,15 @@ constexpr Question kQuestions[] = {
     {"clock", askClock},
     {"cpuid", askCpuid},
     {"fileSystemSize", askFileSystemSize, "statvfs"},
+    {"keyboardRepeat", askKeyboardRepeat, "EVIOCGREP"},
     {"linkDriver", askLinkDriver},
     {"links", askLinks, "RTM_GETLINK"},
     {"modificationTime", askModificationTime},
     {"names", askNames, "uname"},
+    {"nvmeHealth", askNvmeHealth, "NVME_IOCTL_ADMIN_CMD"},
     {"pageSize", askPageSize},
     {"routes", askRoutes, "RTM_GETROUTE"},
+    {"services", askServices, "org.freedesktop.systemd1"},
     {"userId", askUserId},
 };
 

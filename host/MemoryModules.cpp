@@ -5,13 +5,14 @@
 #include "host/Root.h"
 #include "host/firmware/FirmwareFacts.h"
 #include "host/firmware/MemoryDevices.h"
+#include "host/memory/ErrorCounts.h"
 #include "report/catalog/AttributeIds.h"
 
 namespace host
 {
 namespace
 {
-void addModule(const MemoryDevice& device, std::string_view source, uint64_t index, Collection& collection)
+RowBuilder moduleRow(const MemoryDevice& device, std::string_view source, uint64_t index)
 {
     RowBuilder row(GROUP_MEMORY_MODULES);
     row.number(MEMORY_MODULES_INDEX, index, source);
@@ -33,7 +34,22 @@ void addModule(const MemoryDevice& device, std::string_view source, uint64_t ind
     row.number(MEMORY_MODULES_DATA_WIDTH, device.dataWidth, source);
     row.number(MEMORY_MODULES_TOTAL_WIDTH, device.totalWidth, source);
     row.number(MEMORY_MODULES_CONFIGURED_VOLTAGE, device.configuredMillivolts, source);
-    collection.add(std::move(row));
+    return row;
+}
+
+void addErrors(const ErrorCounts& counts, RowBuilder& row)
+{
+    row.number(MEMORY_MODULES_CORRECTED_ERRORS, counts.corrected, counts.folder + "dimm_ce_count");
+    row.number(MEMORY_MODULES_UNCORRECTED_ERRORS, counts.uncorrected, counts.folder + "dimm_ue_count");
+}
+
+// An empty socket has no place that anything could be said of.
+std::vector<ModulePlace> placesOf(const std::vector<MemoryDevice>& devices)
+{
+    std::vector<ModulePlace> places;
+    for (const MemoryDevice& device : devices)
+        places.push_back(device.sizeMB == 0 ? ModulePlace{} : ModulePlace{device.socket, device.bank});
+    return places;
 }
 } // namespace
 
@@ -46,7 +62,13 @@ void collectMemoryModules(const Machine& machine, Collection& collection)
         source = kUdevMemoryPath;
         devices = memoryDevicesOfUdev(machine.root.read(kUdevMemoryPath).value_or(""));
     }
-    for (size_t i = 0; i < devices.size(); ++i)
-        addModule(devices[i], source, i + 1, collection);
+    const std::vector<ErrorCounts> counts = readErrorCounts(machine.root);
+    const std::vector<const ErrorCounts*> ofModules = countsOfModules(counts, placesOf(devices));
+    for (size_t i = 0; i < devices.size(); ++i) {
+        RowBuilder row = moduleRow(devices[i], source, i + 1);
+        if (ofModules[i] != nullptr)
+            addErrors(*ofModules[i], row);
+        collection.add(std::move(row));
+    }
 }
 } // namespace host

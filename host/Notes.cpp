@@ -1,18 +1,14 @@
 #include "host/Notes.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 
 namespace host
 {
-void Notes::refused(std::string_view what, int error)
-{
-    refused_ = true;
-    failed(what, error);
-}
-
 void Notes::failed(std::string_view what, int error)
 {
+    refused_ = refused_ || error == EACCES || error == EPERM;
     note(std::string(what) + ": " + strerror(error));
 }
 

@@ -13,10 +13,8 @@ class Notes
 public:
     static constexpr size_t kMost = 8;
 
-    /// A file or call that exists and was not allowed: "PATH: Permission denied".
-    void refused(std::string_view what, int error);
-
-    /// A file or call that failed for another reason: "PATH: Input/output error".
+    /// A file or call that exists and failed: "PATH: Input/output error". What was not allowed (EACCES, EPERM) is a
+    /// refusal.
     void failed(std::string_view what, int error);
 
     /// Anything else that cost facts: "PATH: longer than 65536 bytes", "/sys/block: more than 65536 names".

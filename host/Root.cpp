@@ -43,13 +43,8 @@ static RootWatcher& unwatched()
 Root::Root(const std::string& folder, Notes& notes, RootWatcher* watcher)
     : folder_(folder), notes_(notes), watcher_(watcher != nullptr ? *watcher : unwatched())
 {
-    if (isOpen())
-        return;
-    const int error = errno;
-    if (error == EACCES || error == EPERM)
-        notes_.refused(folder, error);
-    else
-        notes_.failed(folder, error);
+    if (!isOpen())
+        notes_.failed(folder, errno);
 }
 
 // True when there is a value; else says why there is none, where that is worth a note.
@@ -62,9 +57,7 @@ bool Root::hasAnswer(const Answer<T>& answer, std::string_view path) const
     }
     if (holds(kAbsent, answer.error) || (isAttribute(path) && holds(kNothingToTell, answer.error)))
         return false;
-    if (answer.error == EACCES || answer.error == EPERM)
-        notes_.refused(path, answer.error);
-    else if (answer.error == kNoRegularFile)
+    if (answer.error == kNoRegularFile)
         notes_.note(withText(path, "no regular file"));
     else
         notes_.failed(path, answer.error);

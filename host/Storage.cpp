@@ -10,6 +10,7 @@
 #include "host/block/DiskBus.h"
 #include "host/block/MediaKind.h"
 #include "host/pci/PciNames.h"
+#include "host/text/DevicePath.h"
 #include "report/Text.h"
 #include "report/catalog/AttributeIds.h"
 
@@ -214,6 +215,19 @@ void addId(RowBuilder& row)
     row.text(STORAGE_ID, md5(identity), "");
 }
 
+// What the kernel's monitor of the drive measures, for all to read.
+void addTemperature(const Root& root, const Disk& disk, RowBuilder& row)
+{
+    constexpr uint64_t kFraction = 1000;
+    for (const std::string& folder : {disk.folder + "/device/", disk.folder + "/device/hwmon/"})
+        for (const std::string& name : root.list(folder)) {
+            const std::string input = folder + name + "/temp1_input";
+            if (name.starts_with("hwmon") && name != "hwmon")
+                if (const std::optional<uint64_t> fractions = root.number(input))
+                    row.number(STORAGE_TEMPERATURE_CELSIUS, (*fractions + kFraction / 2) / kFraction, input);
+        }
+}
+
 RowBuilder diskRow(const Machine& machine, const Disk& disk, const PciNames& names, uint64_t index)
 {
     const Root& root = machine.root;
@@ -232,8 +246,45 @@ RowBuilder diskRow(const Machine& machine, const Disk& disk, const PciNames& nam
     const std::string modelText = model != nullptr ? std::get<std::string>(model->content) : "";
     row.number(STORAGE_TYPE, mediaKind(root, disk.name, modelText), disk.folder);
     addPartitionTable(machine, disk, row);
+    addTemperature(root, disk, row);
     addId(row);
     return row;
+}
+
+// The node of an NVMe disk's controller; empty of other disks.
+std::string controllerNode(const Disk& disk)
+{
+    constexpr std::string_view kNvme = "nvme";
+    const std::string name = disk.bus.device.substr(disk.bus.device.rfind('/') + 1);
+    const bool isController = name.starts_with(kNvme) && report::parseNumber<uint32_t>(name.substr(kNvme.size()));
+    return isController ? "/dev/" + name : "";
+}
+
+RowBuilder healthValues(const NvmeHealth& health, const std::string& source)
+{
+    constexpr uint64_t kUnitBytes = 512'000, kFreezing = 273; // kelvin
+    RowBuilder values(GROUP_STORAGE);
+    values.number(STORAGE_CRITICAL_WARNING, health.criticalWarning, source);
+    values.number(STORAGE_AVAILABLE_SPARE, health.availableSpare, source);
+    values.number(STORAGE_PERCENTAGE_USED, health.percentageUsed, source);
+    values.number(STORAGE_POWER_ON_HOURS, health.powerOnHours, source);
+    if (const std::optional<uint64_t> units = health.dataUnitsWritten) {
+        uint64_t bytes = 0;
+        const bool isTooMuch = __builtin_mul_overflow(*units, kUnitBytes, &bytes);
+        values.number(STORAGE_DATA_WRITTEN_BYTES, isTooMuch ? UINT64_MAX : bytes, source);
+    }
+    if (health.kelvin.value_or(0) >= kFreezing) // 0 where it is not measured
+        values.number(STORAGE_TEMPERATURE_CELSIUS, *health.kelvin - kFreezing, source);
+    return values;
+}
+
+void amendHealth(const Machine& machine, const Disk& disk, size_t row, Collection& collection)
+{
+    const std::string node = controllerNode(disk);
+    if (node.empty())
+        return;
+    if (const std::optional<NvmeHealth> health = machine.kernel.nvmeHealth(node))
+        collection.amend(row, healthValues(*health, "NVME_IOCTL_ADMIN_CMD " + node));
 }
 } // namespace
 
@@ -246,7 +297,10 @@ void collectStorage(const Machine& machine, Collection& collection)
             names.want(*disk.pciVendor, 0);
     names.read(machine.root);
     uint64_t index = 0;
+    std::vector<size_t> rows;
     for (const Disk& disk : disks)
-        collection.add(diskRow(machine, disk, names, ++index));
+        rows.push_back(collection.add(diskRow(machine, disk, names, ++index)));
+    for (size_t i = 0; i < disks.size(); ++i) // a controller may keep who asks waiting
+        amendHealth(machine, disks[i], rows[i], collection);
 }
 } // namespace host

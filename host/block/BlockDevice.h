@@ -26,7 +26,4 @@ struct ContentFacts {
     MaybeFact type, uuid, label, partitionTable;
 };
 ContentFacts contentOf(const Machine& machine, const std::string& folder, const std::string& node);
-
-/// The devices above a path of /sys, itself first, up to /sys/devices.
-std::vector<std::string> ancestorsOf(std::string_view path);
 } // namespace host

@@ -1,7 +1,7 @@
 #include "host/block/DiskBus.h"
 
 #include "host/Root.h"
-#include "host/block/BlockDevice.h"
+#include "host/text/DevicePath.h"
 #include "report/Text.h"
 
 namespace host

@@ -25,5 +25,8 @@ nlohmann::json askFileSystemSize(const std::string& mountPoint); // FileSystem.c
 nlohmann::json askBirthTime(const std::string& path);            // FileSystem.cpp
 nlohmann::json askModificationTime(const std::string& path);     // FileSystem.cpp
 nlohmann::json askBlockContent(const std::string& device);       // BlockContent.cpp
+nlohmann::json askServices(const std::string&);                  // Services.cpp
+nlohmann::json askNvmeHealth(const std::string& node);           // NvmeHealth.cpp
+nlohmann::json askKeyboardRepeat(const std::string& node);       // KeyboardRepeat.cpp
 nlohmann::json askCpuid(const std::string& leaf);                // Cpuid.cpp
 } // namespace host

@@ -26,8 +26,8 @@ constexpr AttributeDef kAttributes[] = {
     number(MEMORY_MODULES_CONFIGURED_VOLTAGE, "Configured Voltage", "mV", PLAIN, "structure type 17, configured voltage"),
     text(MEMORY_MODULES_FORM_FACTOR, "Form Factor", 32, PLAIN, "structure type 17, form factor"),
     text(MEMORY_MODULES_TYPE_DETAIL, "Type Detail", 128, PLAIN, "structure type 17, type detail"),
-    number(MEMORY_MODULES_CORRECTED_ERRORS, "Corrected Errors", "", VOLATILE, "`/sys/devices/system/edac/mc/mc*/dimm*/dimm_ce_count`"),
-    number(MEMORY_MODULES_UNCORRECTED_ERRORS, "Uncorrected Errors", "", VOLATILE, "`/sys/devices/system/edac/mc/mc*/dimm*/dimm_ue_count`"),
+    number(MEMORY_MODULES_CORRECTED_ERRORS, "Corrected Errors", "", VOLATILE, "`/sys/devices/system/edac/mc/mc*/{dimm,rank}*/dimm_ce_count` of the one label that names socket, or bank and socket"),
+    number(MEMORY_MODULES_UNCORRECTED_ERRORS, "Uncorrected Errors", "", VOLATILE, "`/sys/devices/system/edac/mc/mc*/{dimm,rank}*/dimm_ue_count`, likewise"),
 };
 // clang-format on
 

@@ -11,8 +11,8 @@ constexpr AttributeDef kAttributes[] = {
     known(MONITOR_ID, IDENTIFYING, "", "MD5 digest of the EDID block"),
     known(MONITOR_MANUFACTURER_CODENAME, PLAIN, "", "`/sys/class/drm/*/edid`, bytes 8 and 9"),
     known(MONITOR_NAME, PLAIN, "", "`/sys/class/drm/*/edid`, descriptor FC"),
-    known(MONITOR_WEEK_MANUFACTURED, PLAIN, "", "`/sys/class/drm/*/edid`, byte 16"),
-    known(MONITOR_YEAR_MANUFACTURED, PLAIN, "", "`/sys/class/drm/*/edid`, byte 17"),
+    known(MONITOR_WEEK_MANUFACTURED, PLAIN, "", "`/sys/class/drm/*/edid`, byte 16, where it is a week"),
+    known(MONITOR_YEAR_MANUFACTURED, PLAIN, "", "`/sys/class/drm/*/edid`, byte 17; not where it is the year of the model (byte 16 is 255)"),
     known(MONITOR_SERIAL_NUMBER, IDENTIFYING, "", "`/sys/class/drm/*/edid`, descriptor FF; else bytes 12 to 15"),
     known(MONITOR_APPROX_SIZE_INCHES, PLAIN, "inches", "from Width and Height"),
     known(MONITOR_MIN_VERT_SCAN_FREQ_HZ, PLAIN, "Hz", "`/sys/class/drm/*/edid`, descriptor FD"),
@@ -25,7 +25,7 @@ constexpr AttributeDef kAttributes[] = {
     number(MONITOR_PRODUCT_CODE, "Product Code", "", PLAIN, "`/sys/class/drm/*/edid`, bytes 10 and 11"),
     number(MONITOR_WIDTH, "Width", "mm", PLAIN, "`/sys/class/drm/*/edid`, first detailed timing; else byte 21"),
     number(MONITOR_HEIGHT, "Height", "mm", PLAIN, "`/sys/class/drm/*/edid`, first detailed timing; else byte 22"),
-    text(MONITOR_PREFERRED_MODE, "Preferred Mode", 32, PLAIN, "`/sys/class/drm/*/edid`, first detailed timing"),
+    text(MONITOR_PREFERRED_MODE, "Preferred Mode", 32, PLAIN, "`/sys/class/drm/*/edid`, first detailed timing: pixels, lines (`i`: interlaced) and Hz, `1920x1200@59.95`"),
 };
 // clang-format on
 

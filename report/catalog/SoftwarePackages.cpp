@@ -20,7 +20,7 @@ constexpr AttributeDef kAttributes[] = {
     number(SOFTWARE_PACKAGES_INSTALLED_SIZE, "Installed Size", "kB", PLAIN, "the package's installed size"),
     dateTime(SOFTWARE_PACKAGES_INSTALL_DATE, "Install Date", PLAIN, "the database's time of installation; of dpkg the time of `/var/lib/dpkg/info/*.list`"),
     text(SOFTWARE_PACKAGES_SOURCE_PACKAGE, "Source Package", 255, PLAIN, "the package's source"),
-    yesNo(SOFTWARE_PACKAGES_AUTOMATIC, "Automatic", PLAIN, "`/var/lib/apt/extended_states`; the database's reason of installation"),
+    yesNo(SOFTWARE_PACKAGES_AUTOMATIC, "Automatic", PLAIN, "`/var/lib/apt/extended_states`; `/etc/apk/world`; the database's reason of installation"),
 };
 // clang-format on
 

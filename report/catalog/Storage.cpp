@@ -43,7 +43,7 @@ constexpr AttributeDef kAttributes[] = {
     number(STORAGE_CRITICAL_WARNING, "Critical Warning", "", VOLATILE, "NVMe health log, critical warning bits"),
     number(STORAGE_POWER_ON_HOURS, "Power On Hours", "hours", VOLATILE, "NVMe health log, power on hours"),
     quad(STORAGE_DATA_WRITTEN_BYTES, "Data Written Bytes", "bytes", VOLATILE, "NVMe health log, data units written times 512,000"),
-    number(STORAGE_TEMPERATURE_CELSIUS, "Temperature Celsius", "degrees Celsius", VOLATILE, "NVMe health log or the device's `hwmon`, composite temperature"),
+    number(STORAGE_TEMPERATURE_CELSIUS, "Temperature Celsius", "degrees Celsius", VOLATILE, "NVMe health log, composite temperature; else `temp1_input` of the device's `hwmon`; not below zero"),
 };
 // clang-format on
 

@@ -12,7 +12,7 @@ constexpr AttributeDef kAttributes[] = {
     known(USER_ACCOUNT_INFO_DESCRIPTION, IDENTIFYING, "", "`/etc/passwd`, full name"),
     known(USER_ACCOUNT_INFO_DISABLED, PLAIN, "", "`/etc/shadow`, password that nothing matches, or expiry in the past: Yes or No"),
     known(USER_ACCOUNT_INFO_LOCKOUT, VOLATILE, "", "`/run/faillock/*`: Yes or No"),
-    known(USER_ACCOUNT_INFO_STATUS, PLAIN, "", "from Disabled and Lockout"),
+    known(USER_ACCOUNT_INFO_STATUS, PLAIN, "", "Disabled, Locked Out or Enabled: from Disabled and Lockout"),
     known(USER_ACCOUNT_INFO_PASSWORD_CHANGEABLE, PLAIN, "", "`/etc/shadow`, minimum and maximum age: Yes or No"),
     known(USER_ACCOUNT_INFO_PASSWORD_EXPIRES, PLAIN, "", "`/etc/shadow`, maximum age below 99999: Yes or No"),
     known(USER_ACCOUNT_INFO_PASSWORD_REQUIRED, PLAIN, "", "`/etc/shadow`, password is not empty: Yes or No"),

@@ -21,7 +21,7 @@ constexpr AttributeDef kAttributes[] = {
     known(VIDEO_BIOS_RELEASE_DATE, PLAIN, "", "not produced by invhwctl"),
     text(VIDEO_BUS_ADDRESS, "Bus Address", 64, PLAIN, "name of the folder in `/sys/bus/pci/devices`; else of the device of `/sys/class/drm/card*`"),
     text(VIDEO_DRIVER, "Driver", 64, PLAIN, "link `driver`"),
-    text(VIDEO_CONNECTORS, "Connectors", 255, PLAIN, "names of the folders `/sys/class/drm/card*-*`"),
+    text(VIDEO_CONNECTORS, "Connectors", 255, PLAIN, "names of the folders `/sys/class/drm/card*-*`, behind the card's"),
 };
 // clang-format on
 

@@ -4,6 +4,7 @@
 usage: peers_test.py PROGRAM live      this machine as it is
        peers_test.py PROGRAM private   with more to compare: links, routes, mounts and loop devices, in namespaces of its own
        peers_test.py PROGRAM firmware  a firmware table made here, as dmidecode reads it from a dump
+       peers_test.py PROGRAM monitors  monitors made here, as edid-decode reads their blocks
 
 A machine changes while it is looked at: every tool is asked before and after the scan, and only what both times was the same
 is compared. What cannot be compared here is told, and so is how much was.
@@ -20,6 +21,9 @@ import struct
 import subprocess
 import sys
 import tempfile
+
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "hosts", "build"))
+import edid  # noqa: E402  (which the recorded hosts' monitors are made with)
 
 SKIP = 77
 failures = []
@@ -542,6 +546,77 @@ def apt_mark_said(report):
     return facts
 
 
+# getent and passwd
+
+
+def getent():
+    facts = {}
+    for entry in run("getent", "-s", "files", "passwd").splitlines():
+        name, _, user, group, gecos, home, shell = entry.split(":")
+        put(facts, name, user=int(user), group=int(group), full=gecos.split(",")[0], home=home, shell=shell)
+    return facts
+
+
+def getent_said(report):
+    facts = {}
+    for row in rows(report, "UserAccountInfo"):
+        put(facts, row["UserName"], user=row["UserID"], group=row["GroupID"], full=row.get("Description", ""),
+            home=row.get("Home", ""), shell=row.get("Shell", ""))
+    return facts
+
+
+def passwd():
+    """NAME STATUS CHANGED MINIMUM MAXIMUM WARNING INACTIVE; status L, NP or P."""
+    facts = {}
+    for entry in run("passwd", "-S", "-a").splitlines():
+        name, status, _, minimum, maximum = entry.split()[:5]
+        put(facts, name, status=status, expires="Yes" if 0 <= int(maximum) < 99999 else "No",
+            changeable="No" if int(minimum) > int(maximum) >= 0 else "Yes")
+    return facts
+
+
+def passwd_said(report):
+    facts = {}
+    for row in rows(report, "UserAccountInfo"):
+        status = "NP" if row.get("PasswordRequired") == "No" else "L" if row.get("Disabled") == "Yes" else "P"
+        put(facts, row["UserName"], status=status, expires=row.get("PasswordExpires"), changeable=row.get("PasswordChangeable"))
+    return facts
+
+
+# systemctl: states of unit files as it reads them itself, and of units where the manager runs
+
+
+def unit_files():
+    facts = {}
+    listed = run("systemctl", "--root=/", "list-unit-files", "--type=service", "--no-legend", "--no-pager")
+    for name, state in (entry.split()[:2] for entry in listed.splitlines()):
+        if "@." not in name and state != "alias":
+            put(facts, name, state=state)
+    return facts
+
+
+def unit_files_said(report):
+    facts = {}
+    for row in rows(report, "ServiceInfo"):
+        put(facts, row["ServiceName"], state=row.get("UnitFileState"))
+    return facts
+
+
+def units():
+    facts = {}
+    for entry in json.loads(run("systemctl", "list-units", "--type=service", "--all", "--output=json")):
+        if entry["load"] != "not-found":
+            put(facts, entry["unit"], active=entry["active"], sub=entry["sub"], description=entry["description"])
+    return facts
+
+
+def units_said(report):
+    facts = {}
+    for row in rows(report, "ServiceInfo"):
+        put(facts, row["ServiceName"], active=row.get("State"), sub=row.get("Status"), description=row.get("Description"))
+    return facts
+
+
 COMPARISONS = [
     ("lscpu", lscpu, lscpu_said),
     ("lscpu", lscpu_lines, lscpu_lines_said),
@@ -555,6 +630,10 @@ COMPARISONS = [
     ("free", free, free_said),
     ("dpkg-query", dpkg_query, dpkg_query_said),
     ("apt-mark", apt_mark, apt_mark_said),
+    ("getent", getent, getent_said),
+    ("passwd", passwd, passwd_said),
+    ("systemctl", unit_files, unit_files_said),
+    ("systemctl", units, units_said),
 ]
 
 
@@ -758,6 +837,89 @@ def compare_firmware(folder):
     return compared
 
 
+# Monitors.
+
+
+def monitor_blocks():
+    """Blocks of every revision, by connector."""
+    wide = edid.timing(154000, 1920, 160, 1200, 35, 518, 324)
+    interlaced = edid.timing(74250, 1920, 280, 540, 22, interlaced=True)
+    without = edid.text(edid.TEXT, "no timing")
+    return {
+        "VGA-1": edid.block(0, "NOK", 0x0446, 0x1234, 12, 1996, (36, 27), [], digital=False, preferred=False),
+        "VGA-2": edid.block(1, "SNY", 0x0150, 16909060, 0, 1999, (40, 30), [
+            without, edid.ranges((48, 120), (30, 96), 200), edid.text(edid.NAME, "CPD-G400")], digital=False, preferred=False),
+        "DVI-I-1": edid.block(2, "NEC", 0x6622, 0, 53, 2001, (0, 0), [wide, edid.ranges((50, 75), (31, 82), 140)]),
+        "DVI-D-1": edid.block(3, "DEL", 0xA087, 1110521164, 26, 2015, (52, 32), [
+            wide, edid.text(edid.SERIAL, "GH85D6BQ15BL"), edid.text(edid.NAME, "DELL U2415"),
+            edid.ranges((49, 86), (30, 83), 170)]),
+        "HDMI-A-1": edid.block(3, "SAM", 0x0F91, 16780800, 1, 2020, (160, 90), [
+            interlaced, edid.ranges((24, 120), (30, 135), 600), edid.text(edid.NAME, "SAMSUNG")],
+            extensions=[edid.cta([wide, interlaced])]),
+        "eDP-1": edid.block(4, "AUO", 0x63AD, 0, 0, 2022, (30, 19), [edid.timing(154000, 1920, 160, 1200, 35, 301, 188),
+                                                                   edid.text(edid.TEXT, "B140UAN02.7")]),
+        "DP-1": edid.block(4, "GSM", 0x5BBF, 271828182, 5, 2023, (60, 34), [
+            edid.timing(594000, 3840, 560, 2160, 90, 600, 340), edid.ranges((48, 300), (30, 340), 1200),
+            edid.text(edid.NAME, "LG ULTRAGEAR"), edid.text(edid.SERIAL, "303NTAB1C234")],
+            extensions=[edid.cta(), edid.display_id()]),
+    }
+
+
+def edid_decode(path):
+    """The facts of the first block alone: further ones have timings too."""
+    text = run("edid-decode", path, check=False).split("Block 1,")[0]
+    found = lambda pattern: (re.search(pattern, text) or [None, None])[1]
+    number = lambda pattern: int(found(pattern) or 0) or None
+    facts = dict(maker=found(r"Manufacturer: (\w{3})\b"), product=number(r"Model: (\d+)"),
+                 name=found(r"Display Product Name: '(.*)'"),
+                 serial=found(r"Display Product Serial Number: '(.*)'") or found(r"\n    Serial Number: (\d+)"),
+                 week=number(r"Made in: week (\d+) of"), year=number(r"Made in: (?:week \d+ of )?(\d+)"))
+    if ranges := re.search(r"\): (\d+)-(\d+) Hz V, (\d+)-(\d+) kHz H, max dotclock (\d+) MHz", text):
+        facts["ranges"] = [int(part) for part in ranges.groups()]
+    if timing := re.search(r"First detailed timing.*DTD 1: +(\d+x\d+i?) +([\d.]+) Hz", text, re.DOTALL):
+        facts["mode"] = f"{timing[1]}@{round(float(timing[2]), 2):g}"
+    size = re.search(r"DTD 1:.*\((\d+) mm x (\d+) mm\)", text)
+    in_cm = re.search(r"Maximum image size: (\d+) cm x (\d+) cm", text)
+    if size or in_cm:
+        facts["size"] = [int(part) for part in size.groups()] if size else [10 * int(part) for part in in_cm.groups()]
+    return facts
+
+
+def edid_decode_said(report):
+    facts = {}
+    for row in rows(report, "Monitor"):
+        ranges = [row.get(name) for name in ("MinVertScanFreqHz", "MaxVertScanFreqHz", "MinHorizScanFreqkHz",
+                                             "MaxHorizScanFreqkHz", "PixelClockMHz")]
+        put(facts, row["Connector"], maker=row.get("ManufacturerCodename"), product=row.get("ProductCode"), name=row.get("Name"),
+            serial=row.get("SerialNumber"), week=row.get("WeekManufactured"), year=row.get("YearManufactured"), ranges=ranges,
+            mode=row.get("PreferredMode"), size=[row.get("Width"), row.get("Height")])
+    return facts
+
+
+def compare_monitors(folder):
+    place = lambda name: f"{folder}/root/sys/class/drm/card0-{name}/edid"
+    os.makedirs(folder + "/root/sys/devices/platform/gpu/drm/card0")
+    os.makedirs(folder + "/root/sys/class/drm")
+    os.symlink("../..", folder + "/root/sys/devices/platform/gpu/drm/card0/device")
+    os.symlink("../../devices/platform/gpu/drm/card0", folder + "/root/sys/class/drm/card0")
+    blocks = monitor_blocks()
+    for name, content in blocks.items():
+        write(place(name), content)
+    SCAN.extend(["--root", folder + "/root"])
+
+    def ask():
+        facts = {}
+        for name in blocks:
+            put(facts, name, **edid_decode(place(name)))
+        return facts
+    compared = compare("edid-decode", ask, edid_decode_said)
+    print(f"edid-decode: {compared} facts")
+    return compared
+
+
+TOOLS = {"firmware": "dmidecode", "monitors": "edid-decode"}  # without which there is nothing to compare
+
+
 def main():
     what = sys.argv[2]
     if what == "private":
@@ -766,9 +928,10 @@ def main():
             return SKIP
         return subprocess.run(["unshare", "-n", "-m", sys.executable, __file__, PROGRAM, "inside"], check=False).returncode
     with tempfile.TemporaryDirectory() as folder:
-        if what == "firmware" and not has("dmidecode"):
+        if what in TOOLS and not has(TOOLS[what]):
             return SKIP
-        compared = {"live": lambda _: compare_all(), "inside": compare_private, "firmware": compare_firmware}[what](folder)
+        compared = {"live": lambda _: compare_all(), "inside": compare_private, "firmware": compare_firmware,
+                    "monitors": compare_monitors}[what](folder)
         if what == "inside":
             run("umount", "-R", folder, check=False)
     for failure in failures:

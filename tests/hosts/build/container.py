@@ -1,5 +1,6 @@
 """A container of a web server: a handful of packages and accounts, and none of the machine's hardware."""
 
+import accounts
 import packages
 import system
 from machine import Machine
@@ -25,4 +26,8 @@ def build():
         ("nginx", "1.26.2-r1", 1265664, "nginx", "N <n@example.org>", {"usr/sbin": ["nginx"]}),
         (".nginx-rundeps", "20240912.214817", 0, ".nginx-rundeps", "", {}),
     ], world=["alpine-baselayout", "busybox", "nginx=1.26.2-r1", ".nginx-rundeps=20240912.214817"])
+    accounts.accounts(machine, [
+        ("root", 0, 0, "root", "/root", "/bin/sh", "*", ":0::::"),
+        ("nginx", 101, 101, "nginx", "/var/lib/nginx", "/sbin/nologin", "!", "19977:0:99999:7::"),
+    ])
     return machine

@@ -2,7 +2,6 @@
 
 import sysfs
 import system
-from machine import Machine
 
 CLOCK = 1763724934
 SHARES = 10000
@@ -100,9 +99,7 @@ def mounts(machine):
 
 
 def build():
-    machine = Machine()
-    machine.answer("userId", 0)
-    machine.answer("pageSize", 4096)
+    machine = system.recorded_by_root()
     processors(machine)
     system.memory(machine, 7999416, 412300, 6501232, 0, 0)
     disks(machine)

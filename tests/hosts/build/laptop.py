@@ -1,9 +1,13 @@
 """A laptop: UEFI with Secure Boot, an NVMe disk with LUKS and LVM on it, a battery, wireless network, hybrid cores."""
 
+import accounts
+import edid
+import inputs
 import packages
 import smbios
 import sysfs
 import system
+import usb
 from machine import Machine
 
 GB = 1 << 30
@@ -13,12 +17,12 @@ FLAGS = ("fpu vme de pse tsc msr pae mce cx8 apic sep mtrr pge mca cmov pat pse3
 
 
 def firmware(machine):
-    table = smbios.Table()
-    smbios.firmware(table, "FJORD", "N3XET42W (1.27 )", "09/11/2024", (1, 27), 32)
-    smbios.system(table, "FJORD", "21HDCTO1WW", "Skerry T14 Gen 4", "PF4XYZ12",
-                  "4c4c4544-0051-3510-8052-b6c04f4d3732", "FJORD_MT_21HD_BU_Skerry_FM_Skerry T14 Gen 4", "Skerry T14 Gen 4")
-    smbios.board(table, "FJORD", "21HDCTO1WW", "SDK0T76530 WIN", "L1HF39801AB")
-    smbios.chassis(table, "FJORD", 10, "None", "PF4XYZ12", "No Asset Information", 0, "")
+    table = smbios.begun("FJORD", "N3XET42W (1.27 )", "09/11/2024", (1, 27), 32,
+                         ("FJORD", "21HDCTO1WW", "Skerry T14 Gen 4", "PF4XYZ12",
+                          "4c4c4544-0051-3510-8052-b6c04f4d3732", "FJORD_MT_21HD_BU_Skerry_FM_Skerry T14 Gen 4",
+                          "Skerry T14 Gen 4"),
+                         ("FJORD", "21HDCTO1WW", "SDK0T76530 WIN", "L1HF39801AB"),
+                         ("FJORD", 10, "None", "PF4XYZ12", "No Asset Information", 0, ""))
     smbios.processor(table, "U3E1", "Intel(R) Corporation", "13th Gen Intel(R) Core(TM) i7-1365U", 0xC6, 100, 5200, 1800,
                      0x41, 10, 12)
     array = smbios.memory_array(table, 48 * GB, 2, 3)
@@ -77,6 +81,7 @@ def disks(machine):
                            group=15, now=("16.0 GT/s PCIe", 4), most=("16.0 GT/s PCIe", 4))
     disk = sysfs.nvme(machine, controller, 0, "259:0", 2000409264, "SAMSUNG MZVL21T0HDLU-00BL7", "S7E0NX0W612345",
                       "3L2QGXA7", "eui.0025384531b0a1c2", {"ID_PART_TABLE_TYPE": "gpt"})
+    sysfs.health(machine, 0, 4, 31415926, 2718, 37)
     esp = "c12a7328-f81f-11d2-ba4b-00a0c93ec93b"
     linux = "0fc63daf-8483-4772-8e79-3d69d8477de4"
     sysfs.partition(machine, disk, "nvme0n1p1", 1, "259:1", 2048, 1048576, {
@@ -112,10 +117,50 @@ def disks(machine):
     machine.size("/boot/efi", 535805952, 530124800, 530124800, 0, 0)
 
 
-def network(machine):
+def displays(machine):
     graphics = sysfs.pci(machine, "pci0000:00/0000:00:02.0", 0x8086, 0xA7A1, 0x030000, (0x17AA, 0x2315), "i915", 4,
                          group=0)
     machine.files(graphics, {"boot_vga": 1})
+    nothing = "0x0000000000000000 0x0000000000000000 0x0000000000000000\n"
+    machine.file(f"{graphics}/resource", "0x000000603c000000 0x000000603cffffff 0x0000000000140204\n" + nothing +
+                 "0x0000004000000000 0x000000400fffffff 0x000000000014220c\n" + nothing * 10)
+    panel = edid.block(4, "AUO", 0x63AD, 0, 41, 2022, (30, 19), [
+        edid.timing(154000, 1920, 160, 1200, 35, 301, 188), edid.text(edid.TEXT, "AUO"),
+        edid.text(edid.TEXT, "B140UAN02.7")])
+    desk = edid.block(3, "DEL", 0xA0F2, 810635084, 17, 2019, (60, 34), [
+        edid.timing(241500, 2560, 160, 1440, 41, 597, 336), edid.text(edid.SERIAL, "7GPQ3X2"),
+        edid.text(edid.NAME, "DELL P2719H"), edid.ranges((50, 75), (30, 83), 250)],
+        extensions=[edid.cta([edid.timing(148500, 1920, 280, 1080, 45, 597, 336)])])
+    sysfs.card(machine, graphics, 1, {"eDP-1": panel, "DP-1": b"", "DP-2": desk, "HDMI-A-1": b""})
+    sysfs.framebuffer(machine, graphics, 1920, 1200, 32)
+
+
+def keys(machine):
+    usb = "pci0000:00/0000:00:14.0/usb3/3-1/3-1:1"
+    inputs.install(machine, [
+        inputs.device(0x19, 0, 5, "Lid Switch", "PNP0C0D/button/input0", "LNXSYSTM:00/LNXSYBUS:00/PNP0C0D:00/input/input0",
+                      "event0", EV="21", SW="1"),
+        inputs.power_button(2), inputs.ps2_keyboard(3),
+        inputs.device(0x11, 2, 10, "TPPS/2 Elan TrackPoint", "isa0060/serio1/input0",
+                      "platform/i8042/serio1/input/input5", "mouse0 event4", PROP="21", EV="7", KEY="70000 0 0 0 0", REL="3"),
+        inputs.device(0x18, 0x06CB, 0xCE67, "SYNA8018:00 06CB:CE67 Touchpad", "i2c-SYNA8018:00",
+                      "pci0000:00/0000:00:15.0/i2c_designware.0/i2c-0/i2c-SYNA8018:00/0018:06CB:CE67.0001/input/input9",
+                      "mouse1 event5", PROP="5", EV="1b", KEY="e520 10000 0 0 0 0", ABS="2e0800000000003", MSC="20"),
+        inputs.device(0x03, 0x046D, 0xC52B, "Logitech K400 Plus", "usb-0000:00:14.0-1/input2:1",
+                      f"{usb}.2/0003:046D:C52B.0004/0003:046D:404D.0005/input/input14", "sysrq kbd leds mouse2 event6",
+                      EV="12001f", KEY="3f00033fff 0 0 483ffff17aff32d bfd4444600000000 ffff0001 130ff38b17d007 "
+                                       "ffff7bfad9415fff ffbeffdff3cfffff fffffffffffffffe", REL="1943", MSC="10", LED="1f"),
+        inputs.device(0x19, 0, 6, "Video Bus", "LNXVIDEO/video/input0", "LNXSYSTM:00/LNXVIDEO:00/input/input16",
+                      "kbd event7", EV="3", KEY="3e000b00000000 0 0 0"),
+        inputs.device(0x06, 0, 0, "remapped keys", "", "virtual/input/input20", "sysrq kbd event8", EV="120013",
+                      KEY=inputs.KEYBOARD_KEYS)])
+    inputs.repeat(machine, 3, 250, 33)
+    inputs.repeat(machine, 6, 250, 33)
+    machine.file("/etc/default/keyboard", '# KEYBOARD CONFIGURATION FILE\n\nXKBMODEL="pc105"\nXKBLAYOUT="de"\n')
+    machine.files("/sys/module/psmouse/parameters", {"resolution": 200})
+
+
+def network(machine):
     sysfs.pci(machine, "pci0000:00/0000:00:00.0", 0x8086, 0xA706, 0x060000, (0x17AA, 0x2315), revision=0x01, group=1)
     radio = sysfs.pci(machine, "pci0000:00/0000:00:14.3", 0x8086, 0x51F0, 0x028000, (0x8086, 0x0094), "iwlwifi", 1,
                       group=9)
@@ -144,6 +189,35 @@ def network(machine):
          "flags": 0}])
     machine.file("/etc/resolv.conf", "nameserver 127.0.0.53\noptions edns0 trust-ad\nsearch fritz.box\n")
     machine.file("/run/systemd/resolve/resolv.conf", "nameserver 192.168.178.1\nnameserver 2001:db8:41::1\nsearch fritz.box\n")
+
+
+def plugs(machine):
+    controller = sysfs.pci(machine, "pci0000:00/0000:00:14.0", 0x8086, 0x51ED, 0x0C0330, (0x17AA, 0x2315), "xhci_hcd", 1, group=8)
+    usb.ids(machine)
+    hub = usb.root_hub(machine, controller, 3, 12, 480)
+    usb.root_hub(machine, controller, 4, 4, 10000, " 3.10")
+    usb.device(machine, hub, "3-1", 0x046D, 0xC52B, 2, 12, interfaces=[(3, 1, "usbhid"), (3, 1, "usbhid"), (3, 0, "usbhid")],
+               texts={"manufacturer": "Logitech", "product": "USB Receiver"})
+    usb.device(machine, hub, "3-4", 0x5986, 0x118A, 3, 480, " 2.01", 0xEF, 2,
+               interfaces=[(0x0E, 1, "uvcvideo"), (0x0E, 2, "uvcvideo")],
+               texts={"manufacturer": "SunplusIT Inc", "product": "Integrated Camera", "serial": "01.00.00"})
+    usb.device(machine, hub, "3-10", 0x8087, 0x0033, 4, 12, " 2.01", 0xE0, 1, interfaces=[(0xE0, 1, "btusb")])
+
+
+def sensors(machine):
+    cores = "/sys/devices/platform/coretemp.0"
+    sysfs.hwmon(machine, cores, 5, "coretemp", {"temp1_input": 51000, "temp1_label": "Package id 0", "temp2_input": 49000,
+                                                "temp2_label": "Core 0", "temp6_input": 47000, "temp6_label": "Core 4"})
+    embedded = "/sys/devices/platform/thinkpad_hwmon"
+    sysfs.hwmon(machine, embedded, 6, "thinkpad", {"fan1_input": 2744, "temp1_input": 51000, "temp1_label": "CPU"})
+    sysfs.hwmon(machine, "/sys/devices/pci0000:00/0000:00:06.0/0000:04:00.0/nvme/nvme0", 2, "nvme", {
+        "temp1_input": 36850, "temp1_label": "Composite", "temp2_input": 36850, "temp2_label": "Sensor 1"}, below="")
+
+
+def modules(machine):
+    sysfs.modules(machine, [("snd_hda_intel", 61440, None, ""), ("i915", 3506176, None, ""), ("iwlwifi", 397312, None, ""),
+                            ("uvcvideo", 143360, "1.1.1", ""), ("nvme", 57344, "1.0", ""), ("dm_crypt", 61440, None, ""),
+                            ("v4l2loopback", 49152, "0.12.7", " (OE)")], True)
 
 
 def power(machine):
@@ -178,6 +252,9 @@ def distribution(machine):
     machine.file("/proc/sys/kernel/domainname", "(none)\n")
     machine.file("/run/systemd/users/1000", "# This is private data. Do not parse.\nNAME=ada\nSTATE=active\n")
     packages.debian_desktop(machine)
+    accounts.debian_accounts(machine)
+    accounts.units(machine)
+    accounts.manager(machine)
     machine.answer("birthTime", 1690000000, "/")
     machine.answer("pageSize", 4096)
 
@@ -190,6 +267,11 @@ def build():
     system.memory(machine, 32529812, 18123456, 25678912, 16613372, 16613372)
     disks(machine)
     network(machine)
+    displays(machine)
+    keys(machine)
+    plugs(machine)
+    sensors(machine)
+    modules(machine)
     power(machine)
     distribution(machine)
     return machine

@@ -29,8 +29,11 @@ class Machine:
         self.links[path] = target
 
     def link_to(self, path, target):
-        """A link as /sys has them: the way from the link's folder to an absolute path."""
-        self.link(path, posixpath.relpath(target, posixpath.dirname(path)))
+        """A link as /sys has them: the way from the link's folder to an absolute path, whose own name always stands at
+        its end."""
+        parent, name = posixpath.split(target)
+        way = posixpath.relpath(parent, posixpath.dirname(path))
+        self.link(path, name if way == "." else f"{way}/{name}")
 
     def answer(self, question, value, argument=""):
         self.answers.setdefault(question, {})[argument] = value

@@ -2,7 +2,6 @@
 
 import sysfs
 import system
-from machine import Machine
 
 CLOCK = 1763724934
 
@@ -94,9 +93,7 @@ def routes(machine):
 
 
 def build():
-    machine = Machine()
-    machine.answer("userId", 0)
-    machine.answer("pageSize", 4096)
+    machine = system.recorded_by_root()
     links(machine)
     addresses(machine)
     routes(machine)

@@ -1,10 +1,12 @@
 """A PC of 2008 with kernel 4.4: BIOS, SMBIOS 2.5 with a 32-bit entry point, an IDE disk, a DVD writer, no lists of cores,
 no udev data of later forms, System V init."""
 
+import accounts
+import edid
+import inputs
 import smbios
 import sysfs
 import system
-from machine import Machine
 
 GB = 1 << 30
 CLOCK = 1483272000  # 2017-01-01 12:00:00 UTC
@@ -14,12 +16,11 @@ MODEL = "Intel(R) Core(TM)2 Duo CPU     E8400  @ 3.00GHz"
 
 
 def firmware(machine):
-    table = smbios.Table()
-    smbios.firmware(table, "Award Software International, Inc.", "F9", "07/29/2008", (0xFF, 0xFF), 1)
-    smbios.system(table, "Gable Technology Co., Ltd.", "P35-DS3", " ", "To Be Filled By O.E.M.",
-                  "00000000-0000-0000-0000-001fd0112233", "", "")
-    smbios.board(table, "Gable Technology Co., Ltd.", "P35-DS3", "x.x", "Default string")
-    smbios.chassis(table, "Gable Technology Co., Ltd.", 3, "None", "None", "None", 0, "")
+    table = smbios.begun("Award Software International, Inc.", "F9", "07/29/2008", (0xFF, 0xFF), 1,
+                         ("Gable Technology Co., Ltd.", "P35-DS3", " ", "To Be Filled By O.E.M.",
+                          "00000000-0000-0000-0000-001fd0112233", "", ""),
+                         ("Gable Technology Co., Ltd.", "P35-DS3", "x.x", "Default string"),
+                         ("Gable Technology Co., Ltd.", 3, "None", "None", "None", 0, ""))
     smbios.processor(table, "Socket 775", "Intel", MODEL, 0xBF, 333, 4000, 3000, 0x15, 2, 2)
     array = smbios.memory_array(table, 8 * GB, 4, 3)
     for slot in range(4):
@@ -107,15 +108,35 @@ def network(machine):
     machine.file("/etc/resolv.conf", "search home.example\nnameserver 192.0.2.1\n")
 
 
+def desk(machine):
+    """A tube, a keyboard and a wheel mouse on PS/2."""
+    graphics = sysfs.pci(machine, "pci0000:00/0000:00:01.0/0000:01:00.0", 0x10DE, 0x0622, 0x030000, (0x1458, 0x3485), "nouveau",
+                         0xA1)
+    machine.files(graphics, {"boot_vga": 1})
+    machine.file(f"{graphics}/resource", "0x00000000f4000000 0x00000000f4ffffff 0x0000000000040200\n"
+                                         "0x00000000e0000000 0x00000000efffffff 0x000000000014220c\n")
+    tube = edid.block(1, "SNY", 0x0150, 8010203, 23, 2000, (40, 30), [
+        edid.text(edid.TEXT, "Trinitron"), edid.ranges((48, 120), (30, 107), 230), edid.text(edid.NAME, "CPD-G400")],
+        digital=False, preferred=False)
+    sysfs.card(machine, graphics, 0, {"DVI-I-1": tube, "DVI-I-2": b""})
+    sysfs.framebuffer(machine, graphics, 1280, 1024, 32)
+    inputs.install(machine, [
+        inputs.power_button(1), inputs.ps2_keyboard(0),
+        inputs.device(0x11, 2, 5, "ImPS/2 Generic Wheel Mouse", "isa0060/serio1/input0",
+                      "platform/i8042/serio1/input/input3", "mouse0 event3", EV="7", KEY="70000 0 0 0 0", REL="103")])
+    inputs.repeat(machine, 0, 250, 33)
+    machine.file("/etc/default/keyboard", 'XKBMODEL="pc105"\nXKBLAYOUT="latam"\n')
+    machine.files("/sys/module/psmouse/parameters", {"resolution": 200})
+
+
 def build():
-    machine = Machine()
-    machine.answer("userId", 0)
-    machine.answer("pageSize", 4096)
+    machine = system.recorded_by_root()
     firmware(machine)
     processors(machine)
     system.memory(machine, 4045128, 1823404, 2987716, 4875692, 4875680)
     disks(machine)
     network(machine)
+    desk(machine)
     system.os_release(machine, NAME="Devuan GNU/Linux", PRETTY_NAME="Devuan GNU/Linux 1 (jessie)", ID="devuan",
                       VERSION_ID="1")
     machine.names("attic", "4.4.39-1-amd64", "#1 SMP Debian 4.4.39-1 (2016-12-20)", "x86_64")
@@ -128,6 +149,7 @@ def build():
     machine.file("/etc/samba/smb.conf", "[global]\n   workgroup = ATTIC\n[homes]\n   workgroup = NOT\n")
     machine.file("/var/lib/dbus/machine-id", "4a3b2c1d00112233445566778899aabb\n")
     machine.file("/var/lib/dpkg/status", "")
+    accounts.scripts(machine)
     system.pci_ids(machine)
     for path in [path for path in machine.contents if path.endswith(("/queue/zoned", "/hidden"))]:
         del machine.contents[path]  # younger than this kernel

@@ -2,7 +2,6 @@
 
 import sysfs
 import system
-from machine import Machine
 
 CLOCK = 1763724934
 CORES = 72  # of a socket
@@ -50,9 +49,7 @@ def processors(machine):
 
 
 def build():
-    machine = Machine()
-    machine.answer("userId", 0)
-    machine.answer("pageSize", 4096)
+    machine = system.recorded_by_root()
     processors(machine)
     system.memory(machine, 1055922176, 1012345678, 1040000000, 8388604, 8388604)
     machine.names("hpc288", "6.12.41-smp", "#1 SMP Mon Sep 1 10:00:00 UTC 2025", "x86_64")

@@ -1,10 +1,11 @@
 """A server of two sockets with two NUMA nodes each, 24 memory modules, SAS disks on two paths and NVMe disks whose
 controllers the kernel puts under one head."""
 
+import accounts
 import smbios
 import sysfs
 import system
-from machine import Machine
+import usb
 
 GB = 1 << 30
 CLOCK = 1763724934
@@ -16,12 +17,11 @@ MODEL = "AMD EPYC 9354 32-Core Processor"
 
 
 def firmware(machine):
-    table = smbios.Table()
-    smbios.firmware(table, "American Megatrends International, LLC.", "2.1a", "03/28/2024", (5, 29), 32)
-    smbios.system(table, "Meridian", "MS-2U24-N", "0123456789", "S411795X4A00321",
-                  "b8fa1400-4d1e-11ef-8000-7cc2551f0a2c", "091715D9", "SMC H13")
-    smbios.board(table, "Meridian", "H13DSH", "1.02", "OM24BS601234")
-    smbios.chassis(table, "Meridian", 23, "1.0", "C2190AM12345678", "DC2-R14-U17", 2, "CSE-219")
+    table = smbios.begun("American Megatrends International, LLC.", "2.1a", "03/28/2024", (5, 29), 32,
+                         ("Meridian", "MS-2U24-N", "0123456789", "S411795X4A00321",
+                          "b8fa1400-4d1e-11ef-8000-7cc2551f0a2c", "091715D9", "SMC H13"),
+                         ("Meridian", "H13DSH", "1.02", "OM24BS601234"),
+                         ("Meridian", 23, "1.0", "C2190AM12345678", "DC2-R14-U17", 2, "CSE-219"))
     for socket in range(2):
         smbios.processor(table, f"CPU{socket + 1}", "Advanced Micro Devices, Inc.", MODEL, 0x6B, 100, 3800, 3250, 0x4A,
                          CORES, 2 * CORES)
@@ -134,6 +134,31 @@ def nvme(machine):
                "eui.36373930590004560025384100000001")
 
 
+def watch(machine):
+    """What counts errors and measures: memory controllers, whose labels an administrator has set, and drives."""
+    for socket in (1, 2):
+        labels = [f"P{socket}-DIMM{channel}1" for channel in "ABCDEFGHIJKL"]
+        sysfs.error_counts(machine, socket - 1, labels, {"P2-DIMMC1": 17})
+    sysfs.health(machine, 0, 1, 98765432, 9123, 34)
+    sysfs.health(machine, 2, 103, 24681357913, 41000, 52, spare=8, warning=1)
+    for index in range(2):
+        sysfs.hwmon(machine, f"/sys/devices/pci0000:00/0000:00:{18 + index}.3", index, "k10temp", {
+            "temp1_input": 48125 + index, "temp1_label": "Tctl"})
+    sysfs.hwmon(machine, "/sys/devices/LNXSYSTM:00/device:00/ACPI000D:00", 2, "power_meter", {"power1_input": 412000000}, below="")
+    for index, port in enumerate((0x3F8, 0x2F8)):
+        sysfs.serial_port(machine, f"/sys/devices/pnp0/00:0{index + 3}", f"ttyS{index}", 4, port, 4 - index)
+
+
+def plugs(machine):
+    """What the management controller shows itself as."""
+    controller = sysfs.pci(machine, "pci0000:c0/0000:c0:08.3/0000:c5:00.4", 0x1022, 0x14C9, 0x0C0330, (0x15D9, 0x1C7D), "xhci_hcd",
+                           node=2, group=61)
+    usb.ids(machine)
+    hub = usb.root_hub(machine, controller, 1, 2, 480)
+    inner = usb.device(machine, hub, "1-1", 0x0557, 0x7000, 2, 480, " 2.00", 9, 0, 4, [(9, 0, "hub")])
+    usb.device(machine, inner, "1-1.1", 0x0557, 0x2419, 3, 1.5, " 1.10", interfaces=[(3, 1, "usbhid"), (3, 1, "usbhid")])
+
+
 def network(machine):
     links = [{"index": 1, "name": "lo", "hardwareType": 772, "flags": 65609, "mtu": 65536,
               "address": "00:00:00:00:00:00", "operationalState": "unknown"}]
@@ -147,8 +172,11 @@ def network(machine):
                       "permanentAddress": f"7c:c2:55:1f:0a:2{'cd'[port]}", "operationalState": "up" if port == 0 else "down"})
         machine.answer("linkDriver", {"driver": "ixgbe", "firmwareVersion": "0x800009e0", "port": 0,
                                       "busAddress": f"0000:21:00.{port}"}, name)
-    sysfs.pci(machine, "pci0000:e0/0000:e0:05.3/0000:e2:00.0/0000:e3:00.0", 0x1A03, 0x2000, 0x030000, (0x1A03, 0x2000),
-              "ast", 0x52, node=3, group=72)
+    graphics = sysfs.pci(machine, "pci0000:e0/0000:e0:05.3/0000:e2:00.0/0000:e3:00.0", 0x1A03, 0x2000, 0x030000,
+                         (0x1A03, 0x2000), "ast", 0x52, node=3, group=72)
+    machine.files(graphics, {"boot_vga": 1})
+    sysfs.card(machine, graphics, 0, {"VGA-1": b""})
+    sysfs.framebuffer(machine, graphics, 1024, 768, 32)
     machine.answer("links", links)
     machine.answer("addresses", [
         {"link": 2, "address": "10.20.14.17", "prefixLength": 22, "scope": 0, "isPermanent": True}])
@@ -171,14 +199,14 @@ def mounts(machine):
 
 
 def build():
-    machine = Machine()
-    machine.answer("userId", 0)
-    machine.answer("pageSize", 4096)
+    machine = system.recorded_by_root()
     firmware(machine)
     processors(machine)
     system.memory(machine, 1585250304, 1402871232, 1551892480, 0, 0)
     sas(machine)
     nvme(machine)
+    watch(machine)
+    plugs(machine)
     network(machine)
     mounts(machine)
     system.os_release(machine, PRETTY_NAME="Ubuntu 24.04.1 LTS", NAME="Ubuntu", VERSION_ID="24.04", ID="ubuntu")
@@ -188,6 +216,8 @@ def build():
     system.systemd(machine, "multi-user.target")
     system.pci_ids(machine)
     machine.file("/var/lib/dpkg/status", "")
+    accounts.livepatch(machine)
+    accounts.units(machine)
     machine.file("/etc/machine-id", "c0ffee00c0ffee11c0ffee22c0ffee33\n")
     machine.file("/sys/kernel/address_bits", "64\n")
     machine.file("/sys/kernel/security/lsm", "lockdown,capability,landlock,yama,apparmor,ima,evm")

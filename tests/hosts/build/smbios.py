@@ -69,6 +69,16 @@ def chassis(table, manufacturer, kind, version, serial, tag, height, sku):
                              texts.number(sku)), texts)
 
 
+def begun(vendor, version, date, release, rom_megabytes, whole, board_of, chassis_of):
+    """A table that begins as they all do: what follows the first five arguments are those of system, board and chassis."""
+    table = Table()
+    firmware(table, vendor, version, date, release, rom_megabytes)
+    system(table, *whole)
+    board(table, *board_of)
+    chassis(table, *chassis_of)
+    return table
+
+
 def processor(table, socket, manufacturer, version, family, clock, maximum, current, upgrade, cores, threads,
               enabled=None):
     """family: one below 0xFE, or a larger one for the word behind it; counts of 256 and more likewise."""

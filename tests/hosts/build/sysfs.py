@@ -35,6 +35,24 @@ def pci(machine, path, vendor, device, kind, subsystem_ids, driver_name=None, re
     return folder
 
 
+def framebuffer(machine, device, width, height, bits):
+    """The first one, of a device by its folder."""
+    machine.files("/sys/class/graphics/fb0", {"virtual_size": f"{width},{height}", "bits_per_pixel": bits})
+    machine.link_to("/sys/class/graphics/fb0/device", device)
+
+
+def card(machine, device, index, connectors):
+    """A card of the display layer on a device, by its folder. connectors: name -> the monitor's blocks, empty without."""
+    folder = f"{device}/drm/card{index}"
+    in_class(machine, folder, "drm")
+    machine.link_to(f"{folder}/device", device)
+    for name, blocks in connectors.items():
+        place = f"{folder}/card{index}-{name}"
+        in_class(machine, place, "drm")
+        machine.files(place, {"status": "connected" if blocks else "disconnected"})
+        machine.file(f"{place}/edid", blocks)
+
+
 def block(machine, folder, number, sectors, queue=None, removable=0, read_only=0, properties=None):
     """A block device at a folder of /sys/devices, or a partition in its disk's; queue: None for a partition.
     properties: what udev keeps of it."""
@@ -142,6 +160,48 @@ def nvme(machine, pci_folder, index, number, sectors, model, serial, firmware, w
     machine.files(folder, {"wwid": wwid, "nsid": 1})
     machine.link_to(f"{folder}/device", controller)
     return folder
+
+
+def health(machine, index, used, written, hours, celsius, spare=100, warning=0):
+    """What an NVMe controller says of itself. written: in thousands of 512 bytes."""
+    machine.answer("nvmeHealth", {"criticalWarning": warning, "temperature": celsius + 273, "availableSpare": spare,
+                                  "percentageUsed": used, "dataUnitsWritten": written, "powerOnHours": hours},
+                   f"/dev/nvme{index}")
+
+
+def hwmon(machine, device, index, chip, values, below="hwmon/"):
+    """A hardware monitor of a device, by its folder; values: what its inputs and labels say."""
+    folder = f"{device}/{below}hwmon{index}"
+    in_class(machine, folder, "hwmon")
+    machine.link_to(f"{folder}/device", device)
+    machine.files(folder, {"name": chip, **values})
+
+
+def error_counts(machine, controller, labels, corrected=()):
+    """A memory controller that counts errors; corrected: label -> how many, none of the others."""
+    top = f"/sys/devices/system/edac/mc/mc{controller}"
+    for index, label in enumerate(labels):
+        machine.files(f"{top}/dimm{index}", {
+            "dimm_label": label, "dimm_location": f"channel {index} slot 0", "size": 65536, "dimm_mem_type": "Registered-DDR5",
+            "dimm_edac_mode": "S4ECD4ED", "dimm_ce_count": dict(corrected).get(label, 0), "dimm_ue_count": 0})
+
+
+def modules(machine, names, signed):
+    """Modules that are loaded: (name, bytes, version, marks) each. signed: whether the kernel checks signatures."""
+    machine.file("/proc/modules", "".join(
+        f"{name} {size} 0 - Live 0x0000000000000000{marks}\n" for name, size, _, marks in names))
+    for name, _, version, _ in names:
+        machine.files(f"/sys/module/{name}", {"version": version})
+    if signed:
+        machine.files("/sys/module/module/parameters", {"sig_enforce": "N"})
+
+
+def serial_port(machine, device, name, kind, port, irq):
+    """A UART of a device by its folder."""
+    folder = f"{device}/tty/{name}"
+    in_class(machine, folder, "tty")
+    machine.link_to(f"{folder}/device", device)
+    machine.files(folder, {"type": kind, "port": f"0x{port:X}", "irq": irq, "uartclk": 1843200, "iomem_base": "0x0"})
 
 
 def processors(machine, online, present, topology, caches, nodes=None, has_core_list=True):

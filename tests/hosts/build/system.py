@@ -2,6 +2,16 @@
 
 import struct
 
+from machine import Machine
+
+
+def recorded_by_root():
+    """A machine that root recorded."""
+    machine = Machine()
+    machine.answer("userId", 0)
+    machine.answer("pageSize", 4096)
+    return machine
+
 
 def zone(standard, offset, rule):
     """A TZif file (RFC 8536) of a zone without past transitions: what it does today is its rule."""

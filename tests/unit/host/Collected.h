@@ -32,24 +32,34 @@ inline report::Report scanned(const Tree& tree, uint32_t group)
     return report;
 }
 
-/// The rows that a scan of the tree has of one group.
-inline std::vector<std::string> collected(const Tree& tree, uint32_t group)
+/// The rows that a scan of the tree for one group has of a group: that one, or Scan Status.
+inline std::vector<std::string> scanned(const Tree& tree, uint32_t group, uint32_t told)
 {
+    host::ScanOptions options;
+    options.root = tree.folder();
+    options.groups = {group};
+    report::Report report;
+    std::string reason;
     std::vector<std::string> rows;
-    const report::Report report = scanned(tree, group);
-    if (const report::GroupRows* found = report.find(group))
+    if (!host::scan(options, report, reason))
+        return {"no scan: " + reason};
+    if (const report::GroupRows* found = report.find(told))
         for (const report::Row& row : found->rows)
             rows.push_back(shown(row));
     return rows;
 }
 
-/// What Scan Status says of the group: its result, and the reason where there is one ("Collected: a: too long").
+/// The rows that a scan of the tree has of one group.
+inline std::vector<std::string> collected(const Tree& tree, uint32_t group)
+{
+    return scanned(tree, group, group);
+}
+
+/// How the group was collected: "Group=...|Result=Collected|...|Reason=...".
 inline std::string statusOf(const Tree& tree, uint32_t group)
 {
-    const report::Report report = scanned(tree, group);
-    const report::Row& row = report.find(GROUP_SCAN_STATUS)->rows.at(0);
-    const report::Value* const reason = row.find(SCAN_STATUS_REASON);
-    return report::valueText(*row.find(SCAN_STATUS_RESULT)) + (reason ? ": " + report::valueText(*reason) : "");
+    const std::vector<std::string> rows = scanned(tree, group, GROUP_SCAN_STATUS);
+    return rows.size() == 1 ? rows.front() : "";
 }
 
 /// What collected() gives, for expectations.

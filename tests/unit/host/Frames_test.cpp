@@ -49,7 +49,7 @@ std::string storageStream()
         late.text(STORAGE_SERIAL_NUMBER, "S1", "late");
         collection.amend(row, std::move(late));
         collection.notes().found();
-        collection.notes().refused("/dev/sda", EACCES);
+        collection.notes().failed("/dev/sda", EACCES);
         collection.end();
     });
 }

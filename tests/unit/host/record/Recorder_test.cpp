@@ -79,6 +79,22 @@ std::string contentOf(const std::string& path)
 }
 } // namespace
 
+TEST_F(RecorderOf, hashesOfPasswordsStayOnTheMachine)
+{
+    machine_.file("/etc/shadow",
+                  "ada:$6$salt$0123456789abcdef:19000:0:90:7:::\nroot:!$6$salt$0123456789abcdef:1::::::\n");
+    machine_.file("/etc/passwd-old", "bob:abJnggxhB/yWI:1:1::/:\n");
+    machine_.link("/etc/passwd", "passwd-old");
+    const Ask ask = [](const Root& root, Names& answers) {
+        for (const char* path : {"/etc/shadow", "/etc/passwd"})
+            answers.push_back(textOf(root.read(path)));
+    };
+    const Names expected{"ada:-------------:19000:0:90:7:::\nroot:!:1::::::\n", "bob:-------------:1:1::/:\n", ""};
+    EXPECT_EQ(recorded(ask), expected);
+    EXPECT_EQ(replayed(ask), expected);
+    EXPECT_EQ(contentOf(copy_.at("/etc/passwd-old")), expected[1]);
+}
+
 TEST_F(RecorderOf, filesFoldersLinksAndAbsencesAreThoseOfTheMachine)
 {
     machine_.file("/sys/devices/pci0/net/eth0/address", "52:54:00:00:00:01\n");
