@@ -28,9 +28,18 @@ constexpr std::string_view kDigitsForm = "xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx";
 
 // Beginnings, in lower case, of what stands where nobody filled anything in. The UUID is one that many boards share.
 constexpr std::string_view kPlaceholderBeginnings[] = {
-    "to be filled",  "default string",       "03000200-0400-0500-0006", "not specified", "not applicable",
-    "not available", "system serial number", "chassis serial number",   "serial number", "o.e.m.",
+    "to be filled",
+    "default string",
+    "03000200-0400-0500-0006",
+    "not specified",
+    "not applicable",
+    "not available",
+    "system serial number",
+    "chassis serial number",
+    "serial number",
+    "o.e.m.",
     "empty",
+    "no asset",
 };
 constexpr std::string_view kPlaceholders[] = {
     "none",
@@ -81,9 +90,14 @@ std::string lowestAddress(const std::vector<std::string>& addresses)
 void addIdentity(std::vector<Identity>& identities, const char* basis, const std::string& value)
 {
     if (!isPlaceholder(value))
-        identities.push_back({basis, sha256(std::string(basis) + ':' + value)});
+        identities.push_back({basis, machineKey(basis, value)});
 }
 } // namespace
+
+std::string machineKey(std::string_view basis, std::string_view value)
+{
+    return sha256(std::string(basis) + ':' + std::string(value));
+}
 
 bool isPlaceholder(std::string_view value)
 {
@@ -100,13 +114,13 @@ std::vector<Identity> identitiesOf(const IdentityFacts& facts)
     const std::string uuid = lower(trimmed(facts.systemUuid));
     const std::string machineId = lower(trimmed(facts.machineId));
     if (!facts.inContainer && hasForm(uuid, kUuidForm))
-        addIdentity(identities, "System UUID", uuid);
+        addIdentity(identities, IDENTITY_SYSTEM_UUID, uuid);
     if (!facts.inContainer)
-        addIdentity(identities, "Serial Number", std::string(trimmed(facts.serialNumber)));
+        addIdentity(identities, IDENTITY_SERIAL_NUMBER, std::string(trimmed(facts.serialNumber)));
     if (hasForm(machineId, kDigitsForm))
-        addIdentity(identities, "Machine ID", machineId);
+        addIdentity(identities, IDENTITY_MACHINE_ID, machineId);
     if (!facts.inContainer)
-        addIdentity(identities, "MAC Address", lowestAddress(facts.macAddresses));
+        addIdentity(identities, IDENTITY_MAC_ADDRESS, lowestAddress(facts.macAddresses));
     return identities;
 }
 

@@ -18,15 +18,24 @@ struct IdentityFacts {
     bool inContainer = false;              // sees its host's firmware and links of its own: the machine id alone counts
 };
 
+/// The bases of identities, best first.
+constexpr const char* IDENTITY_SYSTEM_UUID = "System UUID";
+constexpr const char* IDENTITY_SERIAL_NUMBER = "Serial Number";
+constexpr const char* IDENTITY_MACHINE_ID = "Machine ID";
+constexpr const char* IDENTITY_MAC_ADDRESS = "MAC Address";
+
 /// One way to know the machine again.
 struct Identity {
-    const char* basis; // "System UUID", "Serial Number", "Machine ID", "MAC Address"
-    std::string key;   // lower-case hexadecimal SHA-256 of "basis:value"
+    const char* basis;
+    std::string key; // lower-case hexadecimal SHA-256 of "basis:value"
 };
 
 /// The identities of a machine, best first. Placeholders that makers leave in firmware are no identities, nor are
 /// addresses that were made up (locally administered ones); of several addresses the lowest counts.
 std::vector<Identity> identitiesOf(const IdentityFacts& facts);
+
+/// The key of a basis and its value: of a UUID, a machine ID or an address in lower case, trimmed.
+std::string machineKey(std::string_view basis, std::string_view value);
 
 /// True for what makers and boards write where an identity should stand: nothing, one digit repeated, "To be filled by
 /// O.E.M.", "Default string", "None" and their like.

@@ -18,16 +18,22 @@ namespace
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 // The first character tells the form.
-ReadResult readInput(Input& input, ReportSink& sink, ReadProblem& problem)
+std::string_view formOf(Input& input)
 {
     std::string_view start = input.peek(Input::kBlock);
     if (start.starts_with(kByteOrderMark))
         start.remove_prefix(kByteOrderMark.size());
     start = trimmed(start);
-    if (!start.empty() && start[0] == '<')
-        return readXml(input, sink, problem);
-    if (!start.empty() && start[0] == '{')
-        return readJson(input, sink, problem);
+    if (start.empty())
+        return {};
+    return start[0] == '<' ? "xml" : start[0] == '{' ? "json" : "";
+}
+
+ReadResult readInput(Input& input, ReportSink& sink, ReadProblem& problem)
+{
+    const std::string_view form = formOf(input);
+    if (!form.empty())
+        return form == "xml" ? readXml(input, sink, problem) : readJson(input, sink, problem);
     problem.line = 1;
     problem.message = "expected a report: XML, which begins with <, or JSON, which begins with {";
     return ReadResult::MALFORMED;
@@ -76,6 +82,11 @@ ReadResult ReportFile::read(ReportSink& sink, ReadProblem& problem)
         return ReadResult::UNREADABLE;
     }
     return readFile(*input_, sink, problem);
+}
+
+std::string_view ReportFile::form()
+{
+    return input_ != nullptr && input_->rewind() ? formOf(*input_) : std::string_view();
 }
 
 ReadResult readReport(const std::string& path, ReportSink& sink, ReadProblem& problem)

@@ -89,6 +89,8 @@ public:
     bool open(const std::string& path, ReadProblem& problem);
     /// Reads it from its first byte.
     ReadResult read(ReportSink& sink, ReadProblem& problem);
+    /// The form that makeWriter() (report/Writer.h) knows it by; empty when it is no report, before open() too.
+    std::string_view form();
 
 private:
     std::unique_ptr<Input> input_;

@@ -10,8 +10,8 @@ namespace tool
 {
 namespace
 {
-constexpr const CommandDef* kCommands[] = {&SCAN_COMMAND,  &RECORD_COMMAND, &SHOW_COMMAND,
-                                           &CHECK_COMMAND, &DIFF_COMMAND,   &CONVERT_COMMAND};
+constexpr const CommandDef* kCommands[] = {&SCAN_COMMAND, &RECORD_COMMAND,  &SHOW_COMMAND,  &CHECK_COMMAND,
+                                           &DIFF_COMMAND, &CONVERT_COMMAND, &REDACT_COMMAND};
 
 const CommandDef* findCommand(std::string_view name)
 {

@@ -14,6 +14,7 @@ extern const CommandDef SHOW_COMMAND;
 extern const CommandDef CHECK_COMMAND;
 extern const CommandDef DIFF_COMMAND;
 extern const CommandDef CONVERT_COMMAND;
+extern const CommandDef REDACT_COMMAND;
 
 /// Version and optional libraries.
 void printVersion(std::ostream& out);
