@@ -41,6 +41,8 @@ constexpr Collector kCollectors[] = {
     {GROUP_POINTING_DEVICE, collectPointingDevice},
     {GROUP_SERIAL_PORT, collectSerialPort},
     {GROUP_PARALLEL_PORT, collectParallelPort},
+    {GROUP_PRINTER, collectPrinter},
+    {GROUP_MODEM, collectModem},
     {GROUP_BATTERY, collectBattery},
     {GROUP_SENSOR, collectSensor},
     {GROUP_KERNEL_MODULE, collectKernelModule},

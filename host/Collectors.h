@@ -41,6 +41,8 @@ void collectKeyboard(const Machine& machine, Collection& collection);
 void collectPointingDevice(const Machine& machine, Collection& collection);
 void collectSerialPort(const Machine& machine, Collection& collection);
 void collectParallelPort(const Machine& machine, Collection& collection);
+void collectPrinter(const Machine& machine, Collection& collection);
+void collectModem(const Machine& machine, Collection& collection);
 void collectBattery(const Machine& machine, Collection& collection);
 void collectSensor(const Machine& machine, Collection& collection);
 void collectKernelModule(const Machine& machine, Collection& collection);

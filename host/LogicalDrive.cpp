@@ -46,6 +46,16 @@ bool isLinear(const Root& root, const std::string& folder)
     return !uuid.starts_with(kLvmPrefix) || uuid.size() <= kOwnUuid;
 }
 
+// True when a path of a multipath map is not in use, as its device says; absent where none says.
+std::optional<bool> hasFailedPath(const Root& root, const std::string& folder)
+{
+    std::optional<bool> hasFailed;
+    for (const std::string& member : root.list(folder + "/slaves"))
+        if (const std::optional<std::string> state = root.line(kBlock + member + "/device/state"))
+            hasFailed = hasFailed.value_or(false) || (*state != "running" && *state != "live");
+    return hasFailed;
+}
+
 void addMapper(const Root& root, const std::string& folder, RowBuilder& row)
 {
     const MaybeFact uuid = root.fact(folder + "/dm/uuid");
@@ -62,6 +72,8 @@ void addMapper(const Root& root, const std::string& folder, RowBuilder& row)
             if (uuid->value.starts_with(kind.prefix))
                 row.text(LOGICAL_DRIVE_LEVEL, kind.level, uuid->source);
     }
+    if (uuid && uuid->value.starts_with("mpath-"))
+        row.yesNo(LOGICAL_DRIVE_DEGRADED, hasFailedPath(root, folder), folder + "/slaves");
     if (const std::optional<uint64_t> suspended = root.number(folder + "/dm/suspended"))
         row.text(LOGICAL_DRIVE_STATE, *suspended != 0 ? "suspended" : "active", folder + "/dm/suspended");
 }

@@ -7,6 +7,7 @@
 #include "host/Digest.h"
 #include "host/Root.h"
 #include "host/pci/PciNames.h"
+#include "host/usb/UsbNumber.h"
 #include "report/Text.h"
 #include "report/catalog/AttributeIds.h"
 
@@ -24,13 +25,6 @@ struct UsbDevice {
     std::string interface; // the folder of its first one, empty when it has none
     std::optional<uint64_t> vendor, product, deviceClass;
 };
-
-// The files of ids and classes are hexadecimal without 0x.
-std::optional<uint64_t> hexNumber(const Root& root, const std::string& path)
-{
-    const std::optional<std::string> line = root.line(path);
-    return line ? report::parseNumber(*line, 16) : std::nullopt;
-}
 
 bool isRootHub(std::string_view name)
 {
@@ -64,9 +58,9 @@ std::vector<UsbDevice> readDevices(const Root& root)
         UsbDevice device{name, kDevices + name + '/', {}, {}, {}, {}};
         if (const auto found = interfaces.find(interfacePrefix(name)); found != interfaces.end())
             device.interface = found->second;
-        device.vendor = hexNumber(root, device.folder + "idVendor");
-        device.product = hexNumber(root, device.folder + "idProduct");
-        device.deviceClass = hexNumber(root, device.folder + "bDeviceClass");
+        device.vendor = usbNumber(root, device.folder + "idVendor");
+        device.product = usbNumber(root, device.folder + "idProduct");
+        device.deviceClass = usbNumber(root, device.folder + "bDeviceClass");
         devices.push_back(std::move(device));
     }
     return devices;
@@ -122,8 +116,8 @@ void addClass(const Root& root, const UsbDevice& device, RowBuilder& row)
     const std::string classPath = ofInterface ? device.interface + "bInterfaceClass" : device.folder + "bDeviceClass";
     const std::string subPath =
         ofInterface ? device.interface + "bInterfaceSubClass" : device.folder + "bDeviceSubClass";
-    row.number(USB_DEVICE_DEVICE_CLASS, hexNumber(root, classPath), classPath);
-    row.number(USB_DEVICE_DEVICE_SUBCLASS, hexNumber(root, subPath), subPath);
+    row.number(USB_DEVICE_DEVICE_CLASS, usbNumber(root, classPath), classPath);
+    row.number(USB_DEVICE_DEVICE_SUBCLASS, usbNumber(root, subPath), subPath);
     if (device.deviceClass)
         row.number(USB_DEVICE_IS_HUB, *device.deviceClass == kHubClass ? 1 : 0, device.folder + "bDeviceClass");
     const std::string ports = device.folder + "maxchild";

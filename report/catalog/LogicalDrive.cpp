@@ -18,7 +18,7 @@ constexpr AttributeDef kAttributes[] = {
     text(LOGICAL_DRIVE_MEMBERS, "Members", 4096, PLAIN, "names in `slaves/`; `loop/backing_file`"),
     text(LOGICAL_DRIVE_UUID, "UUID", 255, IDENTIFYING, "`dm/uuid`; `md/uuid`, else `/run/udev/data`, MD_UUID"),
     quad(LOGICAL_DRIVE_SIZE_BYTES, "Size Bytes", "bytes", PLAIN, "`/sys/block/*/size` times 512"),
-    yesNo(LOGICAL_DRIVE_DEGRADED, "Degraded", VOLATILE, "`md/degraded` is not 0"),
+    yesNo(LOGICAL_DRIVE_DEGRADED, "Degraded", VOLATILE, "`md/degraded` is not 0; of a multipath map `device/state` of a path is not running"),
     yesNo(LOGICAL_DRIVE_ENCRYPTED, "Encrypted", PLAIN, "`dm/uuid` begins with CRYPT-"),
 };
 // clang-format on

@@ -12,7 +12,7 @@ constexpr AttributeDef kAttributes[] = {
     known(MODEM_DESCRIPTION, PLAIN, "", "`product` of the USB device, or pci.ids"),
     known(MODEM_MANUFACTURER, PLAIN, "", "`manufacturer` of the USB device, or pci.ids"),
     known(MODEM_PROVIDER_NAME, PLAIN, "", "not produced by invhwctl"),
-    known(MODEM_MODEM_TYPE, PLAIN, "", "External Modem on USB, Internal Modem on PCI"),
+    known(MODEM_MODEM_TYPE, PLAIN, "", "External Modem on USB, Internal Modem on PCI and at ports of USB that are `fixed`"),
     known(MODEM_PORT, PLAIN, "", "name in `/sys/class/tty`"),
     known(MODEM_PORT_SPEED, PLAIN, "", "not produced by invhwctl"),
     known(MODEM_PORT_SETTINGS, PLAIN, "", "not produced by invhwctl"),
@@ -37,6 +37,7 @@ constexpr GroupDef MODEM_GROUP = {
     .keys = kKeys,
     .pairing = {},
     .version = 2,
-    .source = "`/sys/class/net/wwan*`, `/sys/class/tty/ttyACM*`: a row a modem",
+    .source = "`/sys/class/net/wwan*`, `/sys/class/tty/ttyACM*` of interfaces that take commands, PCI class 0703: a "
+              "row a modem",
 };
 } // namespace report

@@ -12,7 +12,7 @@ constexpr AttributeDef kAttributes[] = {
     known(PRINTER_NAME, PLAIN, "", "`/etc/cups/printers.conf`, name of the queue"),
     known(PRINTER_PORT_NAME, IDENTIFYING, "", "as Device URI"),
     known(PRINTER_DESCRIPTION, PLAIN, "", "`/etc/cups/printers.conf`, Info"),
-    known(PRINTER_IS_LOCAL, PLAIN, "", "from the scheme of Device URI: Y or N"),
+    known(PRINTER_IS_LOCAL, PLAIN, "", "from the scheme of Device URI: Y or N; Y where the host is this one"),
     known(PRINTER_LOCATION, PLAIN, "", "`/etc/cups/printers.conf`, Location"),
     known(PRINTER_DRIVER_NAME, PLAIN, "", "`/etc/cups/printers.conf`, MakeModel; else the PPD's NickName"),
     known(PRINTER_DRIVER_VERSION, PLAIN, "", "the PPD's FileVersion"),

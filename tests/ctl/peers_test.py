@@ -409,6 +409,44 @@ def free_said(report):
     return facts
 
 
+# lsusb
+
+
+def lsusb():
+    devices = re.findall(r"Bus (\d+) Device (\d+): ID (\w{4}):(\w{4})", run("lsusb", check=False))
+    return {("USB", "devices"): sorted([int(bus), int(number), int(vendor, 16), int(product, 16)]
+                                       for bus, number, vendor, product in devices)}
+
+
+def lsusb_said(report):
+    bus = lambda row: int(re.match(r"(?:usb)?(\d+)", row["BusPath"])[1])
+    return {("USB", "devices"): sorted([bus(row), int(row["DeviceAddress"]), row["VendorID"], row["ProductID"]]
+                                       for row in rows(report, "USBDevice"))}
+
+
+# nvme
+
+
+def nvme():
+    """The health of the disks of controllers that may be asked."""
+    facts = {}
+    for row in rows(scan("--group", "Storage"), "Storage"):
+        if not (controller := re.match(r"/dev/nvme\d+", row["DeviceName"])):
+            continue
+        log = json.loads(run("nvme", "smart-log", "-o", "json", controller[0], check=False) or "{}")
+        put(facts, row["DeviceName"], used=log.get("percent_used"), spare=log.get("avail_spare"),
+            warning=log.get("critical_warning"), hours=log.get("power_on_hours"))
+    return facts
+
+
+def nvme_said(report):
+    facts = {}
+    for row in rows(report, "Storage"):
+        put(facts, row["DeviceName"], used=row.get("PercentageUsed"), spare=row.get("AvailableSpare"),
+            warning=row.get("CriticalWarning"), hours=row.get("PowerOnHours"))
+    return facts
+
+
 # dmidecode
 
 
@@ -628,6 +666,8 @@ COMPARISONS = [
     ("findmnt", findmnt, findmnt_said),
     ("df", df, df_said),
     ("free", free, free_said),
+    ("lsusb", lsusb, lsusb_said),
+    ("nvme", nvme, nvme_said),
     ("dpkg-query", dpkg_query, dpkg_query_said),
     ("apt-mark", apt_mark, apt_mark_said),
     ("getent", getent, getent_said),

@@ -4,6 +4,7 @@ import laptop
 
 # Mode 0400 in /sys and /proc.
 REFUSED = ["/sys/firmware/dmi/tables/smbios_entry_point", "/sys/firmware/dmi/tables/DMI", "/proc/1/environ", "/etc/shadow"]
+REFUSED += ["/etc/cups/printers.conf"]
 REFUSED += [f"/sys/class/dmi/id/{name}" for name in ("product_serial", "product_uuid", "board_serial", "chassis_serial")]
 
 

@@ -84,7 +84,8 @@ def sas(machine):
         end = f"/port-8:{port}/expander-8:{port}/port-8:{port}:{disk}/end_device-8:{port}:{disk}"
         path = sysfs.scsi_disk(
             machine, host, f"8:0:{index}:0", f"sd{name}", f"8:{16 * index}", 15628053168,
-            {"vendor": "SEAGATE ", "model": "ST8000NM001A    ", "rev": "E004", "wwid": f"naa.5000c500d{disk}a1b2c3"},
+            {"vendor": "SEAGATE ", "model": "ST8000NM001A    ", "rev": "E004", "wwid": f"naa.5000c500d{disk}a1b2c3",
+             "state": "transport-offline" if name == "d" else "running"},
             {"rotational": 1, "physical_block_size": 4096}, serial_page=serial, above=end,
             properties={"ID_FS_TYPE": "mpath_member", "DM_MULTIPATH_DEVICE_PATH": "1"})
         paths.setdefault(disk, []).append(path)
