@@ -4,7 +4,6 @@
 #include "host/Digest.h"
 #include "host/Root.h"
 #include "host/printer/PrintersConf.h"
-#include "host/text/Secrets.h"
 #include "report/catalog/AttributeIds.h"
 
 namespace host
@@ -39,22 +38,10 @@ void addDriver(const Root& root, const PrintQueue& queue, RowBuilder& row)
     row.text(PRINTER_DRIVER_NAME, queue.makeModel, kQueues);
 }
 
-// A URI without its secrets. A password may have any characters, for nothing checks what was typed: all that stands
-// before the last "@" is hidden.
-std::string maskedUri(const std::string& uri)
-{
-    constexpr std::string_view kAuthority = "://";
-    const size_t at = uri.rfind('@');
-    const size_t authority = uri.find(kAuthority);
-    const size_t begin = authority != std::string::npos ? authority + kAuthority.size() : uri.find(':') + 1;
-    const bool hasUser = at != std::string::npos && begin <= at;
-    return maskCommandLine(hasUser ? uri.substr(0, begin) + "***" + uri.substr(at) : uri);
-}
-
 RowBuilder queueRow(const Root& root, const PrintQueue& queue)
 {
     RowBuilder row(GROUP_PRINTER);
-    const std::string uri = maskedUri(queue.deviceUri);
+    const std::string uri = maskPrinterUri(queue.deviceUri);
     row.text(PRINTER_ID, md5(queue.name), "");
     row.text(PRINTER_NAME, queue.name, kQueues);
     row.text(PRINTER_PORT_NAME, uri, kQueues);

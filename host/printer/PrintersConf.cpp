@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/text/Secrets.h"
 #include "report/Text.h"
 
 namespace host
@@ -121,6 +122,33 @@ const char* localityOf(std::string_view uri)
     if (!isAmong(scheme, {"ipp", "ipps", "http", "https", "socket", "lpd", "smb", "dnssd", "mdns", "snmp"}))
         return "";
     return isAmong(hostOf(uri), {"localhost", "127.0.0.1", "[::1]"}) ? "Y" : "N";
+}
+
+std::string maskPrinterUri(std::string_view uri)
+{
+    constexpr std::string_view kAuthority = "://";
+    const size_t at = uri.rfind('@');
+    const size_t authority = uri.find(kAuthority);
+    const size_t begin = authority != std::string_view::npos ? authority + kAuthority.size() : uri.find(':') + 1;
+    if (at == std::string_view::npos || begin > at)
+        return maskCommandLine(uri);
+    return maskCommandLine(std::string(uri.substr(0, begin)) + "***" + std::string(uri.substr(at)));
+}
+
+std::string maskPrintersConf(std::string_view text)
+{
+    constexpr std::string_view kUri = "DeviceURI";
+    std::string masked;
+    std::string_view line;
+    while (report::takeLine(text, line)) {
+        const std::string_view setting = report::trimmed(line);
+        if (setting.starts_with(kUri))
+            masked.append(kUri).append(" ").append(maskPrinterUri(report::trimmed(setting.substr(kUri.size()))));
+        else
+            masked += line;
+        masked += '\n';
+    }
+    return masked;
 }
 
 bool isPpdFactLine(std::string_view line)

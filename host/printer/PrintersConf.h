@@ -21,6 +21,13 @@ std::vector<PrintQueue> parsePrintersConf(std::string_view text);
 /// where the URI does not say.
 const char* localityOf(std::string_view uri);
 
+/// A printer's URI without its secrets: its user part, and values as maskCommandLine() hides them. A password may have
+/// any characters, for nothing checks what was typed: all that stands before the last "@" is hidden.
+std::string maskPrinterUri(std::string_view uri);
+
+/// A printers.conf file whose URIs are masked, which says the same of every queue.
+std::string maskPrintersConf(std::string_view text);
+
 /// What a printer's PPD file says of its driver.
 struct PpdFacts {
     std::string nickName, fileVersion;

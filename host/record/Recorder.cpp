@@ -3,6 +3,7 @@
 #include <cerrno>
 
 #include "host/accounts/AccountFiles.h"
+#include "host/printer/PrintersConf.h"
 #include "host/root/PathWalk.h"
 
 namespace host
@@ -125,10 +126,14 @@ Answer<T> Recorder::settle(std::string_view path, int error, Answer<T> answer)
     return Answer<T>::failed(error);
 }
 
-// Hashes of passwords are nobody's business, and no report says anything of them but that they are there.
-static bool hasHashes(std::string_view path)
+// Hashes of passwords are nobody's business, and no report says anything of them but that they are there; nor are the
+// passwords by which printers are reached.
+static std::string withoutSecrets(std::string_view path, std::string_view real, std::string&& content)
 {
-    return path == "/etc/shadow" || path == "/etc/passwd";
+    const auto isFile = [&](std::string_view name) { return path == name || real == name; };
+    if (isFile("/etc/shadow") || isFile("/etc/passwd"))
+        return withoutHashes(content);
+    return isFile("/etc/cups/printers.conf") ? maskPrintersConf(content) : std::move(content);
 }
 
 // One byte more than the limit is kept, so that a file which is cut is cut again. Returns the error of reading.
@@ -137,12 +142,12 @@ int Recorder::keepContent(const RootFolder& folder, std::string_view path, const
     Content& content = contents_[real];
     if (content.error != 0 || content.limit > limit)
         return content.error;
-    const Answer<std::string> file = folder.read(path, limit + 1);
+    Answer<std::string> file = folder.read(path, limit + 1);
     content.error = file.error;
     const bool isWhole = file.value.size() <= limit;
     content.limit = isWhole ? SIZE_MAX : limit + 1;
     if (file.error == 0)
-        writer_.file(real, hasHashes(path) || hasHashes(real) ? withoutHashes(file.value) : file.value);
+        writer_.file(real, withoutSecrets(path, real, std::move(file.value)));
     return content.error;
 }
 

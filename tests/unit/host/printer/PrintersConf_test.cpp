@@ -79,6 +79,21 @@ TEST(PrintersConf, saysByTheUriWhereAPrinterIs)
         EXPECT_STREQ(localityOf(c.uri), c.locality) << c.uri;
 }
 
+TEST(PrintersConf, saysTheSameWithoutItsSecrets)
+{
+    const std::string masked = maskPrintersConf(kConf);
+    EXPECT_EQ(masked.find("geheim"), std::string::npos);
+    EXPECT_EQ(masked.find("abc"), std::string::npos);
+    EXPECT_EQ(maskPrintersConf(masked), masked);
+    const std::vector<PrintQueue> queues = parsePrintersConf(kConf), others = parsePrintersConf(masked);
+    ASSERT_EQ(queues.size(), others.size());
+    for (size_t i = 0; i < queues.size(); ++i) {
+        EXPECT_EQ(maskPrinterUri(queues[i].deviceUri), others[i].deviceUri);
+        EXPECT_EQ(queues[i].info, others[i].info);
+        EXPECT_STREQ(localityOf(queues[i].deviceUri), localityOf(others[i].deviceUri));
+    }
+}
+
 TEST(PrintersConf, hasAPpdFile)
 {
     const PpdFacts facts = parsePpd({"*NickName: \"HP LaserJet 4200\"", "*NickName: \"other\"", "*FileVersion: \"3.1\"",
