@@ -1,6 +1,7 @@
 // Software Packages: a row a package that a package manager of the system has installed. Each manager's database is
 // read as it stands in its files (host/packages); no manager is asked.
 
+#include <unordered_map>
 #include <unordered_set>
 
 #include "host/Collectors.h"
@@ -10,6 +11,8 @@
 #include "host/packages/Apk.h"
 #include "host/packages/Dpkg.h"
 #include "host/packages/Pacman.h"
+#include "host/packages/RpmDatabase.h"
+#include "host/packages/RpmHeader.h"
 #include "report/catalog/AttributeIds.h"
 
 namespace host
@@ -138,12 +141,93 @@ void addPacman(const Machine& machine, Collection& collection)
             rows.add(*package, path);
     }
 }
+// The first of RPM's folders that has a database in one of its forms, and what was read of it.
+class RpmDatabase
+{
+public:
+    explicit RpmDatabase(const Machine& machine, Notes& notes) : machine_(machine), notes_(notes) {}
+
+    bool read(const std::string& folder);
+    const std::vector<RpmPackage>& packages() const { return packages_; }
+    const std::string& path() const { return path_; }
+
+private:
+    // A few MB for a container, hundreds for thousands of packages.
+    static constexpr size_t kLimit = size_t{512} << 20;
+
+    void take(std::string_view header);
+    void tell(const std::string& trouble);
+
+    const Machine& machine_;
+    Notes& notes_;
+    std::string path_;
+    std::vector<RpmPackage> packages_;
+};
+
+void RpmDatabase::take(std::string_view header)
+{
+    std::optional<RpmPackage> package = parseRpmHeader(header);
+    if (!package)
+        notes_.note(path_ + ": a header that is none");
+    else if (packages_.size() <= kMostPackages)
+        packages_.push_back(std::move(*package));
+}
+
+void RpmDatabase::tell(const std::string& trouble)
+{
+    if (!trouble.empty())
+        notes_.note(path_ + ": " + trouble);
+}
+
+bool RpmDatabase::read(const std::string& folder)
+{
+    const TakeHeader takeHeader = [this](std::string_view header) { take(header); };
+    path_ = folder + "/rpmdb.sqlite";
+    if (std::optional<std::string> database = machine_.root.read(path_, kLimit)) {
+        const std::optional<std::string> log = machine_.root.read(path_ + "-wal", kLimit);
+        tell(readRpmSqlite(*database, log ? *log : std::string_view(), takeHeader));
+        return true;
+    }
+    path_ = folder + "/Packages.db";
+    if (const std::optional<std::string> database = machine_.root.read(path_, kLimit)) {
+        tell(readRpmNdb(*database, takeHeader));
+        return true;
+    }
+    path_ = folder + "/Packages";
+    if (machine_.root.exists(path_))
+        tell("a database of this form is not read");
+    return machine_.root.exists(path_);
+}
+
+// Versions of one package that are installed side by side (kernels) may differ in their release alone. Then it stands
+// in their versions, too, so that each row has keys of its own.
+void addRpm(const Machine& machine, Collection& collection)
+{
+    RpmDatabase database(machine, collection.notes());
+    if (!database.read("/usr/lib/sysimage/rpm") && !database.read("/var/lib/rpm"))
+        return;
+    const auto keyOf = [](const RpmPackage& package) {
+        return package.name + ':' + package.architecture + ' ' + package.version;
+    };
+    std::unordered_map<std::string, size_t> count;
+    for (const RpmPackage& package : database.packages())
+        ++count[keyOf(package)];
+    PackageRows rows(machine, collection, "rpm");
+    for (const RpmPackage& package : database.packages()) {
+        const std::string full = package.version + '-' + package.release;
+        Package views = package.package();
+        if (count[keyOf(package)] > 1)
+            views.version = full;
+        rows.add(views, database.path());
+    }
+}
 } // namespace
 
 void collectSoftwarePackages(const Machine& machine, Collection& collection)
 {
     const RowsTogether together(collection);
     addDpkg(machine, collection);
+    addRpm(machine, collection);
     addApk(machine, collection);
     addPacman(machine, collection);
 }

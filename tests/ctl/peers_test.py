@@ -5,6 +5,7 @@ usage: peers_test.py PROGRAM live      this machine as it is
        peers_test.py PROGRAM private   with more to compare: links, routes, mounts and loop devices, in namespaces of its own
        peers_test.py PROGRAM firmware  a firmware table made here, as dmidecode reads it from a dump
        peers_test.py PROGRAM monitors  monitors made here, as edid-decode reads their blocks
+       peers_test.py PROGRAM rpm       a database of packages that rpm makes here
 
 A machine changes while it is looked at: every tool is asked before and after the scan, and only what both times was the same
 is compared. What cannot be compared here is told, and so is how much was.
@@ -957,7 +958,69 @@ def compare_monitors(folder):
     return compared
 
 
-TOOLS = {"firmware": "dmidecode", "monitors": "edid-decode"}  # without which there is nothing to compare
+TOOLS = {"firmware": "dmidecode", "monitors": "edid-decode", "rpm": "rpmbuild"}  # without which there is nothing to compare
+
+
+# RPM: databases that it makes itself.
+
+SPECS = [  # name, version, release, epoch, group
+    ("alpha", "1.0", "1", 0, "Applications/System"),
+    ("beta", "2.3", "4.el9", 2, "Unspecified"),
+    ("kernel", "5.14.0", "427.el9", 0, "System Environment/Kernel"),
+    ("kernel", "5.14.0", "503.el9", 0, "System Environment/Kernel"),
+]
+SPEC = """Name: {0}
+Version: {1}
+Release: {2}
+Epoch: {3}
+Group: {4}
+Summary: what {0} is
+License: MIT
+Vendor: The Vendor
+BuildArch: noarch
+%description
+what {0} is
+%install
+mkdir -p %{{buildroot}}/opt
+head -c 5000 /dev/zero > %{{buildroot}}/opt/{0}-{2}
+%files
+/opt/{0}-{2}
+"""
+
+
+def rpm_query(database):
+    facts = {}
+    form = "%{NAME}\\t%{ARCH}\\t%{EPOCH}\\t%{VERSION}\\t%{RELEASE}\\t%{VENDOR}\\t%{GROUP}\\t%{SIZE}\\t%{SOURCERPM}\\n"
+    for entry in run("rpm", "--dbpath", database, "-qa", "--qf", form).splitlines():
+        name, architecture, epoch, version, release, vendor, group, size, source = entry.split("\t")
+        put(facts, f"{name}:{architecture}-{release}", version=version if epoch == "(none)" else f"{epoch}:{version}",
+            vendor=vendor, group=group, size=(int(size) + 1023) // 1024, source=source)
+    return facts
+
+
+def rpm_query_said(report):
+    facts = {}
+    for row in rows(report, "SoftwarePackages"):
+        if row["Manager"] == "rpm":
+            put(facts, f"{row['PackageID']}-{row['Revision']}", version=row["Version"].removesuffix("-" + row["Revision"]),
+                vendor=row["Vendor"], group=row["Category"], size=row["InstalledSize"], source=row["SourcePackage"])
+    return facts
+
+
+def compare_rpm(folder):
+    database = folder + "/root/usr/lib/sysimage/rpm"
+    os.makedirs(database)
+    for index, spec in enumerate(SPECS):
+        file = f"{folder}/{index}.spec"
+        write(file, SPEC.format(*spec).encode())
+        run("rpmbuild", "-bb", "--quiet", "--define", f"_topdir {folder}/top", file)
+    run("rpm", "--dbpath", database, "--initdb")
+    packages = [os.path.join(place, name) for place, _, names in os.walk(folder + "/top/RPMS") for name in names]
+    run("rpm", "--dbpath", database, "-i", "--justdb", "--nodeps", "--noscripts", "--force", *packages)
+    SCAN.extend(["--root", folder + "/root"])
+    compared = compare("rpm", lambda: rpm_query(database), rpm_query_said)
+    print(f"rpm: {compared} facts")
+    return compared
 
 
 def main():
@@ -971,7 +1034,7 @@ def main():
         if what in TOOLS and not has(TOOLS[what]):
             return SKIP
         compared = {"live": lambda _: compare_all(), "inside": compare_private, "firmware": compare_firmware,
-                    "monitors": compare_monitors}[what](folder)
+                    "monitors": compare_monitors, "rpm": compare_rpm}[what](folder)
         if what == "inside":
             run("umount", "-R", folder, check=False)
     for failure in failures:

@@ -27,6 +27,7 @@ BUILT = {
     "processors-288": "processors_288",
     "container": "container",
     "rolling": "rolling",
+    "enterprise": "enterprise",
 }
 
 

@@ -1,5 +1,10 @@
 """Databases of package managers."""
 
+import os
+import sqlite3
+import struct
+import tempfile
+
 STATUS = "/var/lib/dpkg/status"
 
 
@@ -43,6 +48,36 @@ def pacman(machine, rows):
         machine.file(f"{local}/{name}-{version}/desc", "".join(
             f"%{field}%\n" + "".join(f"{value}\n" for value in values) + "\n" for field, values in fields.items() if values))
         machine.file(f"{local}/{name}-{version}/files", f"%FILES%\nusr/\nusr/bin/\nusr/bin/{name}\n\n")
+
+
+def rpm_header(name, version, release, epoch, architecture, vendor, group, size, when, source):
+    """A header as RPM's database has it: counts, entries of tag, type, offset and count, data."""
+    fields = [(1000, name), (1001, version), (1002, release), (1003, epoch), (1004, f"what {name} is"), (1008, when),
+              (1009, size), (1011, vendor), (1016, group), (1022, architecture), (1044, source)]
+    entries, data = b"", b""
+    for tag, value in fields:
+        if isinstance(value, int):
+            data += bytes(-len(data) % 4)
+        if value is not None:
+            entries += struct.pack(">IIII", tag, 4 if isinstance(value, int) else 6, len(data), 1)
+            data += struct.pack(">I", value) if isinstance(value, int) else value.encode() + b"\0"
+    return struct.pack(">II", len(entries) // 16, len(data)) + entries + data
+
+
+def rpm(machine, rows):
+    """rows: the arguments of rpm_header()."""
+    with tempfile.TemporaryDirectory() as folder:
+        file = os.path.join(folder, "rpmdb.sqlite")
+        database = sqlite3.connect(file)
+        database.execute("PRAGMA journal_mode = WAL")
+        database.execute("CREATE TABLE Packages (hnum INTEGER PRIMARY KEY AUTOINCREMENT, blob BLOB NOT NULL)")
+        database.executemany("INSERT INTO Packages (blob) VALUES (?)", [(rpm_header(*row),) for row in rows])
+        database.commit()
+        database.close()
+        with open(file, "rb") as content:
+            machine.file("/usr/lib/sysimage/rpm/rpmdb.sqlite", content.read())
+    machine.file("/usr/lib/sysimage/rpm/rpmdb.sqlite-wal", "")
+    machine.link_to("/var/lib/rpm", "/usr/lib/sysimage/rpm")
 
 
 def debian_desktop(machine):
