@@ -51,7 +51,8 @@ TEST(SoftwarePackages, thatComesAgainIsOne)
     const Tree tree;
     tree.file(kStatus, paragraph("a", "amd64") + paragraph("a", "amd64") + paragraph("a", "i386"));
     EXPECT_EQ(collected(tree, GROUP_SOFTWARE_PACKAGES), (Rows{shownPackage("a", "amd64"), shownPackage("a", "i386")}));
-    EXPECT_EQ(statusOf(tree, GROUP_SOFTWARE_PACKAGES), "Collected: dpkg: a package comes again");
+    EXPECT_EQ(statusOf(tree, GROUP_SOFTWARE_PACKAGES),
+              "Group=Software Packages|Result=Collected|Rows=2|Reason=dpkg: a package comes again");
 }
 
 TEST(SoftwarePackages, asksNoOtherFilesTime)
@@ -95,9 +96,10 @@ TEST(SoftwarePackages, ofHostileFilesEnd)
     tree.file("/lib/apk/db/installed", many);
     tree.file(kStatus, std::string(size_t{20} << 20, 'x'));
     EXPECT_EQ(collected(tree, GROUP_SOFTWARE_PACKAGES).size(), 200'000u);
-    EXPECT_EQ(statusOf(tree, GROUP_SOFTWARE_PACKAGES), "Collected: apk: more than 200000 packages");
+    EXPECT_EQ(statusOf(tree, GROUP_SOFTWARE_PACKAGES),
+              "Group=Software Packages|Result=Collected|Rows=200000|Reason=apk: more than 200000 packages");
     tree.sparse(kStatus, off_t{1} << 40);
     tree.file("/lib/apk/db/installed", "");
-    EXPECT_EQ(statusOf(tree, GROUP_SOFTWARE_PACKAGES),
-              "Empty: " + std::string(kStatus) + ": longer than 134217728 bytes");
+    EXPECT_EQ(statusOf(tree, GROUP_SOFTWARE_PACKAGES), "Group=Software Packages|Result=Empty|Rows=0|Reason=" +
+                                                           std::string(kStatus) + ": longer than 134217728 bytes");
 }

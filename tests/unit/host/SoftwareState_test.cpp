@@ -35,7 +35,8 @@ TEST(UserAccountInfo, tellsStatusAndNoHash)
                     "UserName=none|Domain=h1|UserID=5|GroupID=5|Home=/|Shell=/bin/false"}));
     for (const std::string& row : rows)
         EXPECT_EQ(row.find("$6$"), std::string::npos);
-    EXPECT_EQ(statusOf(tree, GROUP_USER_ACCOUNT_INFO), "Collected: /etc/passwd: an account comes again");
+    EXPECT_EQ(statusOf(tree, GROUP_USER_ACCOUNT_INFO),
+              "Group=User Account Info|Result=Collected|Rows=4|Reason=/etc/passwd: an account comes again");
 }
 
 TEST(UserAccountInfo, withoutShadowTellsNoStatus)
