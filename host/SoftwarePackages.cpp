@@ -10,9 +10,11 @@
 #include "host/TimeZone.h"
 #include "host/packages/Apk.h"
 #include "host/packages/Dpkg.h"
+#include "host/packages/Flatpak.h"
 #include "host/packages/Pacman.h"
 #include "host/packages/RpmDatabase.h"
 #include "host/packages/RpmHeader.h"
+#include "host/packages/Snap.h"
 #include "report/catalog/AttributeIds.h"
 
 namespace host
@@ -221,6 +223,54 @@ void addRpm(const Machine& machine, Collection& collection)
         rows.add(views, database.path());
     }
 }
+constexpr size_t kMostDescription = size_t{1} << 20;
+
+// A snap that is in use is mounted, its present revision as "current".
+void addSnaps(const Machine& machine, Collection& collection)
+{
+    PackageRows rows(machine, collection, "snap");
+    for (const char* place : {"/snap/", "/var/lib/snapd/snap/"}) {
+        const std::vector<std::string> names = machine.root.list(place);
+        for (const std::string& name : names) {
+            const std::string path = place + name + "/current/meta/snap.yaml";
+            const std::string text = machine.root.read(path, kMostDescription).value_or("");
+            if (const std::optional<Package> package = parseSnapYaml(text))
+                rows.add(*package, path);
+        }
+        if (!names.empty())
+            return; // the other name of the same folder
+    }
+}
+
+// The release that an application tells of; a runtime, and an application without one, has its branch for a version.
+void addFlatpak(const Machine& machine, const std::string& folder, const std::string& id, PackageRows& rows)
+{
+    for (const std::string& architecture : machine.root.list(folder)) {
+        if (architecture == "current")
+            continue;
+        for (const std::string& branch : machine.root.list(folder + '/' + architecture)) {
+            const std::string active = folder + '/' + architecture + '/' + branch + "/active";
+            if (!machine.root.exists(active))
+                continue;
+            const std::string path = active + "/files/share/metainfo/" + id + ".metainfo.xml";
+            const std::string text = machine.root.read(path, kMostDescription).value_or("");
+            const std::string_view release = newestRelease(text);
+            Package package;
+            package.name = id;
+            package.architecture = architecture;
+            package.version = release.empty() ? std::string_view(branch) : release;
+            rows.add(package, active);
+        }
+    }
+}
+
+void addFlatpaks(const Machine& machine, Collection& collection)
+{
+    PackageRows rows(machine, collection, "flatpak");
+    for (const std::string folder : {"/var/lib/flatpak/app", "/var/lib/flatpak/runtime"})
+        for (const std::string& id : machine.root.list(folder))
+            addFlatpak(machine, folder + '/' + id, id, rows);
+}
 } // namespace
 
 void collectSoftwarePackages(const Machine& machine, Collection& collection)
@@ -230,5 +280,7 @@ void collectSoftwarePackages(const Machine& machine, Collection& collection)
     addRpm(machine, collection);
     addApk(machine, collection);
     addPacman(machine, collection);
+    addSnaps(machine, collection);
+    addFlatpaks(machine, collection);
 }
 } // namespace host

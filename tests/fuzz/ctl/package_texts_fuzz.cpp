@@ -7,7 +7,9 @@
 
 #include "host/packages/Apk.h"
 #include "host/packages/Dpkg.h"
+#include "host/packages/Flatpak.h"
 #include "host/packages/Pacman.h"
+#include "host/packages/Snap.h"
 
 namespace
 {
@@ -41,6 +43,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         check(*package);
         ++packages;
     }
+    if (const std::optional<host::Package> package = host::parseSnapYaml(text))
+        check(*package);
+    if (host::newestRelease(text).size() > size)
+        abort();
     for (const std::string_view name : host::parseApkWorld(text))
         if (name.empty() || name.find_first_of("<>=~@ \t\n") != std::string_view::npos)
             abort();

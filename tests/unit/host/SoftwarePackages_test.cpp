@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "host/packages/Flatpak.h"
 #include "report/catalog/AttributeIds.h"
 #include "tests/unit/host/Collected.h"
 
@@ -85,6 +86,50 @@ TEST(SoftwarePackages, ofPacman)
     EXPECT_EQ(collected(tree, GROUP_SOFTWARE_PACKAGES),
               Rows{"PackageID=zlib|Name=zlib|Version=1-2|Manager=pacman|InstallDate=2023-11-14-22.13.20.0000000|"
                    "Automatic=No"});
+}
+
+TEST(SoftwarePackages, ofSnap)
+{
+    const Tree tree;
+    tree.file("/snap/README", "");
+    tree.file("/snap/core22/1380/meta/snap.yaml",
+              "name: core22\nversion: '20240408'\narchitectures:\n- amd64\n- all\nsummary: base\n");
+    tree.link("/snap/core22/current", "1380");
+    tree.file("/snap/hello/x1/meta/snap.yaml",
+              "name: hello\nversion: 2.10\narchitectures: [arm64, all]\napps:\n  name: no\n");
+    tree.link("/snap/hello/current", "x1");
+    tree.file("/snap/gone/3/meta/snap.yaml", "name: gone\nversion: 1\n");
+    EXPECT_EQ(collected(tree, GROUP_SOFTWARE_PACKAGES),
+              (Rows{"PackageID=core22:amd64|Name=core22|Version=20240408|Manager=snap|Architecture=amd64",
+                    "PackageID=hello:arm64|Name=hello|Version=2.10|Manager=snap|Architecture=arm64"}));
+}
+
+TEST(SoftwarePackages, ofFlatpak)
+{
+    const Tree tree;
+    const std::string app = "/var/lib/flatpak/app/org.example.App/";
+    tree.link(app + "current", "x86_64/stable");
+    tree.file(
+        app + "x86_64/stable/0123/files/share/metainfo/org.example.App.metainfo.xml",
+        "<component><releases>\n<release date=\"2024-01-01\" version=\"3.1\"/><release version=\"3.0\"/></releases>");
+    tree.link(app + "x86_64/stable/active", "0123");
+    tree.folder("/var/lib/flatpak/runtime/org.example.Platform/x86_64/23.08/456");
+    tree.link("/var/lib/flatpak/runtime/org.example.Platform/x86_64/23.08/active", "456");
+    tree.folder("/var/lib/flatpak/runtime/org.example.Platform/x86_64/22.08");
+    EXPECT_EQ(
+        collected(tree, GROUP_SOFTWARE_PACKAGES),
+        (Rows{"PackageID=org.example.App:x86_64|Name=org.example.App|Version=3.1|Manager=flatpak|Architecture=x86_64",
+              "PackageID=org.example.Platform:x86_64|Name=org.example.Platform|Version=23.08|Manager=flatpak|"
+              "Architecture=x86_64"}));
+}
+
+TEST(SoftwarePackages, releasesAreReadWhereTheyAreWhole)
+{
+    using host::newestRelease;
+    EXPECT_EQ(newestRelease("<release version='1'>"), "1");
+    for (const char* text : {"", "<release ", "<release version=", "<release version=\"1", "<release version=1>",
+                             "<release date='1'/>", "<release >version='1'", "<release version='>'"})
+        EXPECT_EQ(newestRelease(text), "") << text;
 }
 
 TEST(SoftwarePackages, ofHostileFilesEnd)
