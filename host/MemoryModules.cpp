@@ -47,6 +47,7 @@ void addErrors(const ErrorCounts& counts, RowBuilder& row)
 std::vector<ModulePlace> placesOf(const std::vector<MemoryDevice>& devices)
 {
     std::vector<ModulePlace> places;
+    places.reserve(devices.size());
     for (const MemoryDevice& device : devices)
         places.push_back(device.sizeMB == 0 ? ModulePlace{} : ModulePlace{device.socket, device.bank});
     return places;

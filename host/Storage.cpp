@@ -298,6 +298,7 @@ void collectStorage(const Machine& machine, Collection& collection)
     names.read(machine.root);
     uint64_t index = 0;
     std::vector<size_t> rows;
+    rows.reserve(disks.size());
     for (const Disk& disk : disks)
         rows.push_back(collection.add(diskRow(machine, disk, names, ++index)));
     for (size_t i = 0; i < disks.size(); ++i) // a controller may keep who asks waiting
