@@ -10,6 +10,7 @@
 #include "report/Csv.h"
 #include "report/Reader.h"
 #include "report/Writer.h"
+#include "tool/BomFile.h"
 #include "tool/Commands.h"
 #include "tool/HtmlPage.h"
 #include "tool/OutputFile.h"
@@ -20,12 +21,14 @@ namespace tool
 {
 namespace
 {
-constexpr const char* kForms[] = {"xml", "json", "csv", "html"};
+constexpr const char* kForms[] = {"xml", "json", "csv", "cyclonedx", "html"};
 constexpr size_t kMostGroups = 10'000;
 
 constexpr OptionDef kConvertOptions[] = {
-    {"--to", "-t", "FORM", "form of the result: xml, json, csv, or html, the page of invhwctl show --html", false,
-     kForms},
+    {"--to", "-t", "FORM",
+     "form of the result: xml, json, csv, cyclonedx (a bill of materials, CycloneDX 1.6 JSON), or html, the page of "
+     "invhwctl show --html",
+     false, kForms},
     {"--output", "-o", "FILE",
      "write the result to FILE, whole or not at all, mode 0600; \"-\", the default, is standard output. Of csv, FILE "
      "is a "
@@ -39,6 +42,8 @@ constexpr ExampleDef kConvertExamples[] = {
     {"invhw | invhwctl convert --to json -", "the JSON form of what invhw finds now"},
     {"invhwctl convert --to csv --spreadsheet -o tables report.xml",
      "tables/Storage.csv and a file for every other group"},
+    {"invhwctl convert --to cyclonedx -o bom.json report.json",
+     "parts, firmware, drivers and packages as a bill of materials"},
     {"invhwctl convert --to xml --partial report.json", "what can be read of a report that was cut off"},
 };
 
@@ -203,9 +208,11 @@ int runConvert(const Arguments& arguments)
 {
     const std::string form = arguments.value("--to");
     if (form.empty())
-        return fail(CONVERT_COMMAND.name, "missing option: --to xml, json, csv or html");
+        return fail(CONVERT_COMMAND.name, "missing option: --to xml, json, csv, cyclonedx or html");
     if (form != "csv" && arguments.has("--spreadsheet"))
         return fail(CONVERT_COMMAND.name, "--spreadsheet: expected --to csv");
+    if (form == "cyclonedx")
+        return writeBom(CONVERT_COMMAND, arguments);
     if (form == "html")
         return writePage(CONVERT_COMMAND, arguments);
     return form == "csv" ? convertToCsv(arguments) : convertToText(arguments);
