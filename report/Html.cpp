@@ -40,7 +40,8 @@ std::string styleText(std::string_view text)
         const Character character = firstCharacter(rest);
         char number[16];
         snprintf(number, sizeof number, "\\%X ", static_cast<unsigned>(character.code));
-        quoted += isAlphanumeric(rest[0]) ? std::string(1, rest[0]) : std::string(number);
+        const bool isPlain = character.bytes == 1 && isAlphanumeric(static_cast<char>(character.code));
+        quoted += isPlain ? rest.substr(0, 1) : std::string_view(number);
         rest.remove_prefix(character.bytes);
     }
     return quoted;

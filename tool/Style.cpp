@@ -27,7 +27,8 @@ size_t terminalWidth()
     winsize size{};
     if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col != 0)
         return size.ws_col;
-    const size_t columns = report::parseNumber<size_t>(variable("COLUMNS")).value_or(0);
+    const char* text = getenv("COLUMNS");
+    const size_t columns = report::parseNumber<size_t>(text != nullptr ? text : "").value_or(0);
     return columns != 0 && columns <= kWidest ? columns : kUsual;
 }
 
