@@ -18,11 +18,13 @@ std::string patched(const Root& root, const std::string& folder)
     std::string text;
     for (const std::string& object : root.list(folder)) {
         std::string functions;
-        for (const std::string& name : root.list(folder + '/' + object))
+        std::string path = folder;
+        path.append("/").append(object);
+        for (const std::string& name : root.list(path))
             if (const size_t comma = name.rfind(','); comma != std::string::npos)
                 functions += (functions.empty() ? "" : ", ") + name.substr(0, comma);
         if (!functions.empty())
-            text += (text.empty() ? "" : "; ") + object + ": " + functions;
+            text.append(text.empty() ? "" : "; ").append(object).append(": ").append(functions);
     }
     return text;
 }

@@ -155,7 +155,8 @@ public:
     std::optional<CpuidLeaf> cpuid(uint32_t leaf, uint32_t subleaf) const;
     /// What the running service manager has loaded; absent where none answers.
     std::optional<std::vector<Service>> services() const;
-    /// Asks the controller of a node ("/dev/nvme0"), which root alone may; it may take as long as the kernel waits for it.
+    /// Asks the controller of a node ("/dev/nvme0"), which root alone may; it may take as long as the kernel waits for
+    /// it.
     std::optional<NvmeHealth> nvmeHealth(std::string_view node) const;
     /// Asks a keyboard's node in /dev/input.
     std::optional<KeyboardRepeat> keyboardRepeat(std::string_view node) const;

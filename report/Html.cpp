@@ -121,7 +121,7 @@ std::string classAttribute(const std::vector<std::string>& classes)
 // A share as a bar, too; how full is too full the style of bars says by itself.
 std::string cellText(const SummaryCell& cell)
 {
-    const std::string text = htmlText(cell.text);
+    std::string text = htmlText(cell.text);
     if (!cell.share)
         return text;
     char bar[96];

@@ -63,11 +63,19 @@ void UnitFolders::list()
             else if (name.ends_with(".wants") || name.ends_with(".requires"))
                 listLinks(folder, name);
             else if (name.ends_with(".service.d") && amended_.size() < kMostUnits)
-                for (const std::string& file : root_.list(folder + '/' + name))
-                    if (file.ends_with(".conf"))
-                        amended_[name.substr(0, name.size() - 2)].try_emplace(file, folder + '/' + name + '/' + file);
+                listAmendments(folder + '/', name);
         }
     }
+}
+
+void UnitFolders::listAmendments(std::string folder, const std::string& name)
+{
+    folder += name;
+    const std::vector<std::string> files = root_.list(folder);
+    folder += '/';
+    for (const std::string& file : files)
+        if (file.ends_with(".conf"))
+            amended_[name.substr(0, name.size() - 2)].try_emplace(file, folder + file);
 }
 
 // A link to a file of another name is another name of that service, and made by who enabled it.
@@ -86,7 +94,9 @@ void UnitFolders::listFile(std::string_view folder, const std::string& name)
 
 void UnitFolders::listLinks(const std::string& folder, const std::string& name)
 {
-    for (const std::string& link : root_.list(folder + '/' + name))
+    std::string path = folder;
+    path.append("/").append(name);
+    for (const std::string& link : root_.list(path))
         if (link.ends_with(kService) && linkedFrom_.size() < kMostUnits)
             linkedFrom_[link].insert(folder);
 }
@@ -112,6 +122,7 @@ std::vector<std::string> UnitFolders::amendments(const std::string& name, const 
             files.insert(found->second.begin(), found->second.end());
     }
     std::vector<std::string> paths;
+    paths.reserve(files.size());
     for (const auto& [file, path] : files)
         paths.push_back(path);
     return paths;

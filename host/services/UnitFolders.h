@@ -32,6 +32,7 @@ public:
 
 private:
     void list();
+    void listAmendments(std::string folder, const std::string& name);
     void listLinks(const std::string& folder, const std::string& name);
     void listFile(std::string_view folder, const std::string& name);
     bool add(const std::string& name, const std::string& fileName);

@@ -12,6 +12,7 @@ namespace report::summary
 {
 namespace
 {
+constexpr uint64_t kMegabyte = uint64_t{1} << 20; // of the catalog's sizes
 constexpr std::string_view kDevices = "/dev/";
 constexpr std::string_view kMapper = "/dev/mapper/";
 
@@ -208,7 +209,7 @@ SummaryLine DiskTree::logicalLine(const Row& drive)
     shownDrives_.insert(&drive);
     const std::string device = textOf(drive, LOGICAL_DRIVE_DEVICE_NAME), name = textOf(drive, LOGICAL_DRIVE_NAME);
     SummaryLine line = lineOf(name.empty() ? device : name,
-                              sizeOf(drive, LOGICAL_DRIVE_SIZE_BYTES, LOGICAL_DRIVE_TOTAL_SIZE, 1024 * 1024),
+                              sizeOf(drive, LOGICAL_DRIVE_SIZE_BYTES, LOGICAL_DRIVE_TOTAL_SIZE, kMegabyte),
                               textOf(drive, LOGICAL_DRIVE_LEVEL), device);
     if (numberOf(drive, LOGICAL_DRIVE_DEGRADED) == 1U) {
         line.cells[KIND].text += ", degraded";
@@ -224,7 +225,7 @@ SummaryLine DiskTree::partitionLine(const Row& partition)
     const std::string device = textOf(partition, DISK_PARTITION_DEVICE_NAME);
     const std::string label = textOf(partition, DISK_PARTITION_FS_LABEL);
     SummaryLine line =
-        lineOf(device, sizeOf(partition, DISK_PARTITION_SIZE_BYTES, DISK_PARTITION_TOTAL_SIZE, 1024 * 1024),
+        lineOf(device, sizeOf(partition, DISK_PARTITION_SIZE_BYTES, DISK_PARTITION_TOTAL_SIZE, kMegabyte),
                textOf(partition, DISK_PARTITION_FS_TYPE_NAME),
                label.empty() ? textOf(partition, DISK_PARTITION_PARTITION_LABEL) : label);
     addMounts(line, {device});
@@ -235,7 +236,7 @@ SummaryLine DiskTree::partitionLine(const Row& partition)
 SummaryLine DiskTree::diskLine(const Row& disk)
 {
     const std::string device = textOf(disk, STORAGE_DEVICE_NAME);
-    SummaryLine line = lineOf(device, sizeOf(disk, STORAGE_SIZE_BYTES, STORAGE_TOTAL_SIZE, 1024 * 1024), diskKind(disk),
+    SummaryLine line = lineOf(device, sizeOf(disk, STORAGE_SIZE_BYTES, STORAGE_TOTAL_SIZE, kMegabyte), diskKind(disk),
                               joined({textOf(disk, STORAGE_MODEL), makersText(disk, {STORAGE_SERIAL_NUMBER})}, ", "));
     if (device.empty())
         std::swap(line.cells[NAME], line.cells[KIND]);

@@ -30,7 +30,7 @@ std::string uptimeText(const Report& report)
 // As "uname -r" prints it, which invhw reports in parts.
 std::string kernelRelease(const Row& system)
 {
-    const std::string release = textOf(system, OPERATING_SYSTEM_KERNEL_RELEASE);
+    std::string release = textOf(system, OPERATING_SYSTEM_KERNEL_RELEASE);
     if (!release.empty())
         return release;
     return joined(

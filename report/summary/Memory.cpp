@@ -6,7 +6,7 @@ namespace report::summary
 {
 namespace
 {
-constexpr uint64_t kKilobyte = 1024, kMegabyte = 1024 * 1024;
+constexpr uint64_t kKilobyte = 1024, kMegabyte = 1024 * kKilobyte;
 
 std::string speedText(const Row& row)
 {

@@ -9,7 +9,7 @@ namespace
 // What invhw knows of a processor, which has no model name, are maker and family.
 std::string processorName(const Row& row)
 {
-    const std::string model = textOf(row, PROCESSOR_MODEL_NAME);
+    std::string model = textOf(row, PROCESSOR_MODEL_NAME);
     if (!model.empty())
         return model;
     return joined({textOf(row, PROCESSOR_MANUFACTURER), textOf(row, PROCESSOR_FAMILY)}, " ");
