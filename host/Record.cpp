@@ -12,6 +12,7 @@
 #include "host/TimeZone.h"
 #include "host/Workers.h"
 #include "host/record/Recorder.h"
+#include "host/record/Redaction.h"
 
 namespace host
 {
@@ -134,6 +135,20 @@ std::string runRecording(const RecordOptions& options, const std::string& folder
     return isDone ? "" : reasonOf(groups, ready, end);
 }
 
+// Puts a redacted copy in a recording's place; returns what went wrong, an empty text when nothing did.
+std::string redact(const std::string& key, std::string& folder)
+{
+    std::string copy = folder + ".XXXXXX", trouble;
+    if (mkdtemp(copy.data()) == nullptr)
+        return strerror(errno);
+    const bool isRedacted = redactRecording(folder, copy, key, trouble);
+    std::error_code ignored;
+    fs::remove_all(isRedacted ? folder : copy, ignored);
+    if (isRedacted)
+        folder = copy;
+    return isRedacted || !trouble.empty() ? trouble : "not redacted";
+}
+
 // Makes the folder that a recording is written to before it gets its name: beside it, for this user alone.
 bool makeFolder(const std::string& folder, std::string& temporary, std::string& reason)
 {
@@ -157,6 +172,8 @@ bool record(const RecordOptions& options, const std::string& folder, std::string
     if (!makeFolder(folder, temporary, reason))
         return false;
     std::string trouble = runRecording(options, temporary);
+    if (trouble.empty() && !options.redactionKey.empty())
+        trouble = redact(options.redactionKey, temporary);
     if (trouble.empty() && rename(temporary.c_str(), folder.c_str()) != 0) // onto an empty folder is well
         trouble = strerror(errno);
     if (trouble.empty())

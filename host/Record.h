@@ -12,6 +12,8 @@ struct RecordOptions {
     std::vector<uint32_t> groups; // ids; all when empty
     double deadlineSeconds = 120; // for the whole recording
 
+    std::string redactionKey; // of the pseudonyms of a redacted recording; empty for one of what is
+
     /// Called now and then with the number of groups that are ready, and of all.
     std::function<void(size_t ready, size_t all)> onProgress;
 };

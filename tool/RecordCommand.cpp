@@ -2,6 +2,7 @@
 
 #include "host/Record.h"
 #include "tool/Commands.h"
+#include "tool/KeyFile.h"
 #include "tool/Progress.h"
 #include "tool/ScanOutput.h"
 
@@ -14,11 +15,14 @@ constexpr OptionDef kRecordOptions[] = {
     scanoption::kFormat,
     scanoption::kOutput,
     scanoption::kSources,
+    {"--redact", nullptr, nullptr, "put pseudonyms in place of what identifies, as redact does; needs --key-file"},
+    KEY_FILE_OPTION,
     {"--deadline", nullptr, "SECONDS", "give up after so many seconds (120)"},
 };
 constexpr ExampleDef kRecordExamples[] = {
     {"invhwctl record host17 && tar -czf host17.tar.gz host17", "everything that a scan of this machine asks"},
     {"invhwctl record host17 -o host17.xml", "also the report that every scan of the recording gives"},
+    {"invhwctl record --redact --key-file site.key host17", "a recording that can be given away"},
     {"invhwctl record host17 --group Storage", "what the group Storage needs and nothing else"},
 };
 
@@ -29,6 +33,12 @@ int runRecord(const Arguments& arguments)
     if (!readDeadline(arguments, options.deadlineSeconds, reason) || !readGroups(arguments, options.groups, reason))
         return fail("record", reason);
     const std::string& folder = arguments.operands.front();
+    if (arguments.has("--redact") != arguments.has("--key-file"))
+        return fail("record", "--redact and --key-file FILE go together");
+    KeyFile key(arguments.value("--key-file"));
+    if (arguments.has("--redact") && (!key.read(reason) || !key.keep(reason)))
+        return fail("record", reason);
+    options.redactionKey = key.key();
     {
         Progress progress("groups");
         options.onProgress = [&progress](size_t ready, size_t all) { progress.show(ready, all); };

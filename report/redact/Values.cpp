@@ -325,6 +325,16 @@ void IdentifyingValues::gatherValue(const GroupRows& group, const Row& row, cons
     }
 }
 
+std::string IdentifyingValues::host(std::string_view name) const
+{
+    return isPlaceholder(name) ? std::string(name) : hostPseudonym(pseudonyms_, name);
+}
+
+std::string IdentifyingValues::list(std::string_view options) const
+{
+    return listPseudonym(pseudonyms_, dictionary_, options);
+}
+
 bool IdentifyingValues::gather(const GroupRows& group, const Row& row)
 {
     for (const Value& value : row.values)
@@ -355,14 +365,14 @@ std::string IdentifyingValues::replacedValue(const GroupRows& group, const Row& 
         return pseudonyms_.value(text);
     case Form::HOST:
     case Form::DOMAIN_NAME:
-        return isPlaceholder(text) ? text : hostPseudonym(pseudonyms_, text);
+        return host(text);
     case Form::PERSON:
     case Form::TEXT:
         return pseudonyms_.word(text);
     case Form::HOME:
         return homePseudonym(pseudonyms_, text);
     case Form::LIST:
-        return listPseudonym(pseudonyms_, dictionary_, text);
+        return list(text);
     case Form::URI:
         return uriPseudonym(pseudonyms_, dictionary_, text);
     case Form::MAPPER_ID:

@@ -29,6 +29,10 @@ public:
     /// A text that is no value of a report.
     std::string replaced(std::string_view text) const { return dictionary_.replaced(text); }
 
+    /// A host's or a domain's name, or an address; and options joined by blanks or commas.
+    std::string host(std::string_view name) const;
+    std::string list(std::string_view options) const;
+
     const Pseudonyms& pseudonyms() const { return pseudonyms_; }
 
 private:

@@ -1,0 +1,262 @@
+#include "host/record/Redaction.h"
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <sstream>
+
+#include <nlohmann/json.hpp>
+
+#include "host/Scan.h"
+#include "host/record/KernelRecording.h"
+#include "host/record/RecordingFolder.h"
+#include "host/text/Secrets.h"
+#include "report/Text.h"
+#include "report/Writer.h"
+
+namespace host
+{
+namespace
+{
+namespace fs = std::filesystem;
+using nlohmann::json;
+
+// A value and its pseudonym, where a report says which file the value came from: values that are too short to be
+// searched for everywhere are found there.
+struct KnownValue {
+    std::string text, pseudonym;
+};
+
+class RecordingRedaction
+{
+public:
+    RecordingRedaction(std::string recording, const std::string& key) : recording_(std::move(recording)), values_(key)
+    {
+    }
+
+    bool learn(std::string& reason);
+    bool write(const std::string& target, std::string& reason) const;
+
+private:
+    void learnSources(const report::GroupRows& group, const report::Row& row);
+    bool writeEntry(RecordingFolder& writer, const fs::directory_entry& entry, std::string& reason) const;
+    std::string redactedFile(const std::string& path, std::string content) const;
+    std::string redactedText(const std::string& path, const std::string& content) const;
+    std::string redactedKernel(const std::string& content) const;
+    json redactedAnswer(const json& answer, std::string_view name, int prefixLength) const;
+    std::string redactedAnswerText(const std::string& text, std::string_view name, int prefixLength) const;
+
+    std::string recording_;
+    report::IdentifyingValues values_;
+    std::map<std::string, std::vector<KnownValue>, std::less<>> known_; // by the path in the recording
+};
+
+// The rows' values, once as they are and once redacted, tell which file's content becomes what.
+void RecordingRedaction::learnSources(const report::GroupRows& group, const report::Row& row)
+{
+    report::Row redacted = row;
+    values_.replace(group, redacted);
+    for (size_t i = 0; i < row.values.size(); ++i) {
+        const report::Value& value = row.values[i];
+        std::error_code error;
+        if (!value.source.starts_with('/') || valueText(value) == valueText(redacted.values[i]))
+            continue;
+        const std::string path = fs::weakly_canonical(recording_ + value.source, error).string();
+        if (!error && path.starts_with(recording_ + "/"))
+            known_[path.substr(recording_.size())].push_back({valueText(value), valueText(redacted.values[i])});
+    }
+}
+
+bool RecordingRedaction::learn(std::string& reason)
+{
+    ScanOptions options;
+    options.root = recording_;
+    options.deadlineSeconds = 60;
+    report::Report report;
+    std::error_code error;
+    recording_ = fs::canonical(recording_, error).string();
+    if (error) {
+        reason = error.message();
+        return false;
+    }
+    if (!scan(options, report, reason))
+        return false;
+    for (const report::GroupRows& group : report.groups)
+        for (const report::Row& row : group.rows)
+            if (!values_.gather(group, row)) {
+                reason = "more identifying values than can be searched for";
+                return false;
+            }
+    values_.finish();
+    for (const report::GroupRows& group : report.groups)
+        for (const report::Row& row : group.rows)
+            learnSources(group, row);
+    return true;
+}
+
+template <typename Made>
+std::string linewise(std::string_view text, const Made& made)
+{
+    std::string result;
+    std::string_view line;
+    while (!text.empty()) {
+        const bool hasEnd = text.find('\n') != text.npos;
+        report::takeLine(text, line);
+        result += made(line) + (hasEnd ? "\n" : "");
+    }
+    return result;
+}
+
+// "36 35 98:0 / /mnt rw,noatime master:1 - ext3 /dev/root rw,errors=continue" (proc_pid_mountinfo(5))
+std::string redactedMount(const report::IdentifyingValues& values, std::string_view line)
+{
+    constexpr size_t kOptions = 5;
+    std::string result;
+    const std::vector<std::string_view> fields = report::split(line, ' ');
+    for (size_t i = 0; i < fields.size(); ++i) {
+        const bool isOptions = i == kOptions || (i > kOptions && i + 1 == fields.size());
+        result += (i == 0 ? "" : " ") +
+                  (isOptions ? values.list(maskOptions(fields[i])) : values.replaced(maskUri(fields[i])));
+    }
+    return result;
+}
+
+// "nameserver 192.0.2.1", "search example.org" (resolv.conf(5))
+std::string redactedResolver(const report::IdentifyingValues& values, std::string_view line)
+{
+    std::string result;
+    const std::vector<std::string_view> words = report::split(line, ' ');
+    for (size_t i = 0; i < words.size(); ++i) {
+        const bool isName = i > 0 && (words[0] == "nameserver" || words[0] == "search" || words[0] == "domain");
+        result += (i == 0 ? "" : " ") + (isName ? values.host(words[i]) : values.replaced(words[i]));
+    }
+    return result;
+}
+
+// Of an environment nothing is asked but whether it is a container's.
+std::string redactedEnvironment(std::string_view environment)
+{
+    std::string result;
+    for (const std::string_view variable : report::split(environment, '\0'))
+        if (variable.starts_with("container="))
+            result += std::string(variable) + '\0';
+    return result;
+}
+
+std::string RecordingRedaction::redactedText(const std::string& path, const std::string& content) const
+{
+    if (path == "/proc/cmdline")
+        return linewise(content, [this](std::string_view line) { return values_.list(maskCommandLine(line)); });
+    if (path.ends_with("/mountinfo"))
+        return linewise(content, [this](std::string_view line) { return redactedMount(values_, line); });
+    if (path.ends_with("/resolv.conf"))
+        return linewise(content, [this](std::string_view line) { return redactedResolver(values_, line); });
+    if (path.ends_with("/environ"))
+        return redactedEnvironment(content);
+    if (path.ends_with("/hostname") || path.ends_with("/domainname"))
+        return linewise(content, [this](std::string_view line) { return values_.host(line); });
+    return values_.replaced(content);
+}
+
+// Values that stand in the file still, for they are short, are replaced where they stand alone in it.
+std::string RecordingRedaction::redactedFile(const std::string& path, std::string content) const
+{
+    if (path == kKernelFile)
+        return redactedKernel(content);
+    if (path == "/sys/firmware/dmi/tables/DMI")
+        return redactedStructureTable(std::move(content), values_);
+    std::string result = redactedText(path, content);
+    const auto known = known_.find(path);
+    if (known == known_.end() || result != content)
+        return result;
+    for (const KnownValue& value : known->second) {
+        const size_t at = report::lower(result).find(report::lower(value.text));
+        if (at != result.npos && !value.text.empty())
+            result.replace(at, value.text.size(), value.pseudonym);
+    }
+    return result;
+}
+
+std::string RecordingRedaction::redactedAnswerText(const std::string& text, std::string_view name,
+                                                   int prefixLength) const
+{
+    const bool isNetwork = name == "destination" && prefixLength >= 0;
+    if (const auto made = values_.pseudonyms().address(isNetwork ? text + "/" + std::to_string(prefixLength) : text))
+        return isNetwork ? made->substr(0, made->find('/')) : *made;
+    if (const auto made = values_.pseudonyms().hardwareAddress(text))
+        return *made;
+    if (name == "node")
+        return values_.host(text);
+    return name == "uuid" ? values_.pseudonyms().value(text) : values_.replaced(text);
+}
+
+json RecordingRedaction::redactedAnswer(const json& answer, std::string_view name, int prefixLength) const
+{
+    if (answer.is_string())
+        return redactedAnswerText(answer.get<std::string>(), name, prefixLength);
+    if (!answer.is_structured())
+        return answer;
+    json result = answer;
+    if (answer.is_object() && answer.contains("prefixLength") && answer["prefixLength"].is_number_integer())
+        prefixLength = answer["prefixLength"].get<int>();
+    for (auto member = result.begin(); member != result.end(); ++member)
+        *member = redactedAnswer(*member, answer.is_object() ? std::string_view(member.key()) : name, prefixLength);
+    return result;
+}
+
+std::string RecordingRedaction::redactedKernel(const std::string& content) const
+{
+    KernelRecording recording, redacted;
+    std::string reason;
+    if (!parseKernelRecording(content, recording, reason))
+        return ""; // no scan takes it either
+    for (const auto& [question, arguments] : recording.answers)
+        for (const auto& [argument, answer] : arguments)
+            redacted.keep(question, values_.replaced(argument), redactedAnswer(answer, question, -1));
+    for (const auto& [path, error] : recording.errors)
+        redacted.errors[values_.replaced(path)] = error;
+    return printKernelRecording(redacted);
+}
+
+bool RecordingRedaction::writeEntry(RecordingFolder& writer, const fs::directory_entry& entry,
+                                    std::string& reason) const
+{
+    std::error_code error;
+    const std::string path = entry.path().string().substr(recording_.size());
+    const std::string name = values_.replaced(path);
+    if (entry.is_symlink(error)) {
+        writer.link(name, values_.replaced(fs::read_symlink(entry.path(), error).string()));
+    } else if (entry.is_directory(error)) {
+        writer.folder(name);
+    } else {
+        std::ifstream file(entry.path(), std::ios::binary);
+        std::ostringstream content;
+        content << file.rdbuf();
+        if (!file.good()) // an empty file fails the copy alone
+            error = entry.file_size(error) != 0 ? std::make_error_code(std::errc::io_error) : std::error_code();
+        writer.file(name, redactedFile(path, content.str()));
+    }
+    if (error)
+        reason = path + ": " + error.message();
+    return !error;
+}
+
+bool RecordingRedaction::write(const std::string& target, std::string& reason) const
+{
+    RecordingFolder writer(target);
+    std::error_code error;
+    for (fs::recursive_directory_iterator entry(recording_, error), end; !error && entry != end; entry.increment(error))
+        if (!writeEntry(writer, *entry, reason))
+            return false;
+    reason = error ? error.message() : writer.trouble();
+    return reason.empty();
+}
+} // namespace
+
+bool redactRecording(const std::string& recording, const std::string& target, const std::string& key,
+                     std::string& reason)
+{
+    RecordingRedaction redaction(recording, key);
+    return redaction.learn(reason) && redaction.write(target, reason);
+}
+} // namespace host
