@@ -13,6 +13,7 @@
 #include "host/text/Secrets.h"
 #include "report/Text.h"
 #include "report/Writer.h"
+#include "report/catalog/AttributeIds.h"
 
 namespace host
 {
@@ -67,11 +68,25 @@ void RecordingRedaction::learnSources(const report::GroupRows& group, const repo
     }
 }
 
+// A group that did not come whole may hold what nobody then knows. Of mounts the sizes alone come late.
+bool isLearnt(const report::GroupRows& group, const report::Row& row, std::string& reason)
+{
+    const report::Value* name = row.find(uint32_t{SCAN_STATUS_GROUP_NAME});
+    const report::Value* result = row.find(uint32_t{SCAN_STATUS_RESULT});
+    if (group.group->id != GROUP_SCAN_STATUS || name == nullptr || result == nullptr)
+        return true;
+    const std::string how = valueText(*result);
+    if (how != "Failed" && (how != "Timed Out" || valueText(*name) == "Partition"))
+        return true;
+    reason = valueText(*name) + ": its scan has not ended, what identifies in it is not known";
+    return false;
+}
+
 bool RecordingRedaction::learn(std::string& reason)
 {
     ScanOptions options;
     options.root = recording_;
-    options.deadlineSeconds = 60;
+    options.deadlineSeconds = 30;
     report::Report report;
     std::error_code error;
     recording_ = fs::canonical(recording_, error).string();
@@ -83,8 +98,9 @@ bool RecordingRedaction::learn(std::string& reason)
         return false;
     for (const report::GroupRows& group : report.groups)
         for (const report::Row& row : group.rows)
-            if (!values_.gather(group, row)) {
-                reason = "more identifying values than can be searched for";
+            if (!isLearnt(group, row, reason) || !values_.gather(group, row)) {
+                if (reason.empty())
+                    reason = "more identifying values than can be searched for";
                 return false;
             }
     values_.finish();
@@ -107,6 +123,30 @@ std::string linewise(std::string_view text, const Made& made)
     return result;
 }
 
+// "\\040" and the like stand for characters that separate fields.
+std::string unescaped(std::string_view field)
+{
+    std::string text;
+    for (size_t i = 0; i < field.size(); ++i) {
+        const auto code = field[i] == '\\' ? report::parseNumber<uint8_t>(field.substr(i + 1, 3), 8) : std::nullopt;
+        text += code ? static_cast<char>(*code) : field[i];
+        i += code ? 3 : 0;
+    }
+    return text;
+}
+
+std::string escaped(std::string_view text)
+{
+    std::string field;
+    for (const char c : text)
+        field += c == ' '    ? "\\040"
+                 : c == '\t' ? "\\011"
+                 : c == '\n' ? "\\012"
+                 : c == '\\' ? "\\134"
+                             : std::string(1, c);
+    return field;
+}
+
 // "36 35 98:0 / /mnt rw,noatime master:1 - ext3 /dev/root rw,errors=continue" (proc_pid_mountinfo(5))
 std::string redactedMount(const report::IdentifyingValues& values, std::string_view line)
 {
@@ -115,8 +155,31 @@ std::string redactedMount(const report::IdentifyingValues& values, std::string_v
     const std::vector<std::string_view> fields = report::split(line, ' ');
     for (size_t i = 0; i < fields.size(); ++i) {
         const bool isOptions = i == kOptions || (i > kOptions && i + 1 == fields.size());
-        result += (i == 0 ? "" : " ") +
-                  (isOptions ? values.list(maskOptions(fields[i])) : values.replaced(maskUri(fields[i])));
+        const std::string field = unescaped(fields[i]);
+        const std::string made = isOptions ? values.list(maskOptions(field)) : values.replaced(maskUri(field));
+        result += (i == 0 ? "" : " ") + escaped(made);
+    }
+    return result;
+}
+
+// "name:password:user:group:description:home:shell" (passwd(5)), and the same of shadow(5), whose digests go.
+std::string redactedAccount(const report::IdentifyingValues& values, std::string_view line)
+{
+    constexpr size_t kPassword = 1, kDescription = 4, kHome = 5, kFields = 7;
+    std::string result;
+    const std::vector<std::string_view> fields = report::split(line, ':');
+    for (size_t i = 0; i < fields.size(); ++i) {
+        std::string made(fields[i]);
+        const size_t digest = made.find('$');
+        if (i == 0)
+            made = values.pseudonyms().word(made);
+        else if (i == kPassword && digest != made.npos)
+            made = made.substr(0, made.find('$', digest + 1) + 1) + "redacted";
+        else if (i == kDescription && fields.size() == kFields)
+            made = values.pseudonyms().word(made.substr(0, made.find(',')));
+        else if (i == kHome && fields.size() == kFields)
+            made = values.home(made);
+        result += (i == 0 ? "" : ":") + made;
     }
     return result;
 }
@@ -151,6 +214,12 @@ std::string RecordingRedaction::redactedText(const std::string& path, const std:
         return linewise(content, [this](std::string_view line) { return redactedMount(values_, line); });
     if (path.ends_with("/resolv.conf"))
         return linewise(content, [this](std::string_view line) { return redactedResolver(values_, line); });
+    if (path == "/etc/passwd" || path == "/etc/shadow")
+        return linewise(content, [this](std::string_view line) { return redactedAccount(values_, line); });
+    if (path.ends_with("/edid"))
+        return redactedEdid(content, values_);
+    if (path.ends_with("/id") && path.find("/ata_device/") != path.npos)
+        return redactedIdentify(content, values_);
     if (path.ends_with("/environ"))
         return redactedEnvironment(content);
     if (path.ends_with("/hostname") || path.ends_with("/domainname"))

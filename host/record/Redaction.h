@@ -16,4 +16,11 @@ bool redactRecording(const std::string& recording, const std::string& target, co
 /// The firmware's table of structures with pseudonyms of the same length in place of serial numbers, asset tags and the
 /// UUID; in its other strings what values know is replaced.
 std::string redactedStructureTable(std::string table, const report::IdentifyingValues& values);
+
+/// The words of an ATA drive's IDENTIFY block (ACS-4, 7.12.7), as libata writes them in hexadecimal: serial number and
+/// world wide name are replaced, the checksum made anew.
+std::string redactedIdentify(std::string words, const report::IdentifyingValues& values);
+
+/// A monitor's EDID block: the serial number's text and number are replaced, the checksum made anew where it was right.
+std::string redactedEdid(std::string block, const report::IdentifyingValues& values);
 } // namespace host

@@ -22,7 +22,7 @@ bool isDigit(char c)
 // What stands between parts of paths, addresses and lists.
 bool isSeparator(char c)
 {
-    return std::string_view("/:@,=;").find(c) != std::string_view::npos;
+    return std::string_view("/:@,=;\n\"").find(c) != std::string_view::npos;
 }
 
 uint16_t hashOfStart(std::string_view text)

@@ -330,6 +330,11 @@ std::string IdentifyingValues::host(std::string_view name) const
     return isPlaceholder(name) ? std::string(name) : hostPseudonym(pseudonyms_, name);
 }
 
+std::string IdentifyingValues::home(std::string_view path) const
+{
+    return homePseudonym(pseudonyms_, path);
+}
+
 std::string IdentifyingValues::list(std::string_view options) const
 {
     return listPseudonym(pseudonyms_, dictionary_, options);
@@ -370,7 +375,7 @@ std::string IdentifyingValues::replacedValue(const GroupRows& group, const Row& 
     case Form::TEXT:
         return pseudonyms_.word(text);
     case Form::HOME:
-        return homePseudonym(pseudonyms_, text);
+        return home(text);
     case Form::LIST:
         return list(text);
     case Form::URI:
