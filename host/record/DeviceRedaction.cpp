@@ -48,10 +48,10 @@ std::string bytesOf(std::string_view digits)
     return bytes;
 }
 
-constexpr size_t kIdentifyWords = 256;
-constexpr size_t kSerial = 2 * 10, kSerialLength = 20; // bytes, in the order of the text
-constexpr size_t kName = 2 * 108, kNameLength = 8;     // world wide name
-constexpr size_t kSignature = 2 * 255 + 1, kChecksum = 2 * 255;
+constexpr size_t kIdentifyBytes = 512;
+constexpr size_t kSerial = 20, kSerialLength = 20;  // word 10, in the order of the text
+constexpr size_t kName = 216, kNameLength = 8;      // word 108, world wide name
+constexpr size_t kSignature = 511, kChecksum = 510; // word 255
 constexpr uint8_t kSigned = 0xA5;
 
 // Words of four digits, with blanks and line ends between them; their bytes in the order of texts.
@@ -79,7 +79,8 @@ void redactEdidNumber(std::string& block, const report::IdentifyingValues& value
     if (number == 0 || number == kNone || number == UINT32_MAX)
         return;
     const std::string made = values.pseudonyms().value(std::to_string(number));
-    number = static_cast<uint32_t>(report::parseNumber<uint64_t>(made).value_or(0));
+    const std::optional<uint64_t> other = report::parseNumber(made);
+    number = static_cast<uint32_t>(other.value_or(0));
     for (size_t i = 0; i < 4; ++i)
         block[kNumber + i] = static_cast<char>(number >> (8 * i) & 0xFF);
 }
@@ -89,7 +90,7 @@ std::string redactedIdentify(std::string words, const report::IdentifyingValues&
 {
     std::vector<size_t> places;
     std::string bytes = bytesOfWords(words, places);
-    if (bytes.size() != 2 * kIdentifyWords)
+    if (bytes.size() != kIdentifyBytes)
         return values.replaced(words);
     const report::Pseudonyms& pseudonyms = values.pseudonyms();
     bytes.replace(kSerial, kSerialLength,

@@ -174,7 +174,7 @@ std::string redactedAccount(const report::IdentifyingValues& values, std::string
         if (i == 0)
             made = values.pseudonyms().word(made);
         else if (i == kPassword && digest != made.npos)
-            made = made.substr(0, made.find('$', digest + 1) + 1) + "redacted";
+            made.replace(made.find('$', digest + 1) + 1, made.npos, "redacted");
         else if (i == kDescription && fields.size() == kFields)
             made = values.pseudonyms().word(made.substr(0, made.find(',')));
         else if (i == kHome && fields.size() == kFields)
