@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include "host/Scan.h"
+#include "host/printer/PrintersConf.h"
 #include "host/record/KernelRecording.h"
 #include "host/record/RecordingFolder.h"
 #include "host/text/Secrets.h"
@@ -162,6 +163,13 @@ std::string redactedMount(const report::IdentifyingValues& values, std::string_v
     return result;
 }
 
+// "DeviceURI URI" of a queue whose secrets are masked: the URI as a whole identifies.
+std::string redactedPrinter(const report::IdentifyingValues& values, std::string_view line)
+{
+    constexpr std::string_view kUri = "DeviceURI ";
+    return line.starts_with(kUri) ? std::string(kUri) + values.uri(line.substr(kUri.size())) : values.replaced(line);
+}
+
 // "name:password:user:group:description:home:shell" (passwd(5)), and the same of shadow(5), whose digests go.
 std::string redactedAccount(const report::IdentifyingValues& values, std::string_view line)
 {
@@ -216,6 +224,9 @@ std::string RecordingRedaction::redactedText(const std::string& path, const std:
         return linewise(content, [this](std::string_view line) { return redactedResolver(values_, line); });
     if (path == "/etc/passwd" || path == "/etc/shadow")
         return linewise(content, [this](std::string_view line) { return redactedAccount(values_, line); });
+    if (path == "/etc/cups/printers.conf")
+        return linewise(maskPrintersConf(content),
+                        [this](std::string_view line) { return redactedPrinter(values_, line); });
     if (path.ends_with("/edid"))
         return redactedEdid(content, values_);
     if (path.ends_with("/id") && path.find("/ata_device/") != path.npos)

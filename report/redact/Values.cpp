@@ -335,6 +335,11 @@ std::string IdentifyingValues::home(std::string_view path) const
     return homePseudonym(pseudonyms_, path);
 }
 
+std::string IdentifyingValues::uri(std::string_view uri) const
+{
+    return uriPseudonym(pseudonyms_, dictionary_, uri);
+}
+
 std::string IdentifyingValues::list(std::string_view options) const
 {
     return listPseudonym(pseudonyms_, dictionary_, options);

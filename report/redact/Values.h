@@ -29,10 +29,12 @@ public:
     /// A text that is no value of a report.
     std::string replaced(std::string_view text) const { return dictionary_.replaced(text); }
 
-    /// A host's or a domain's name, or an address; options joined by blanks or commas; the path of an account's folder.
+    /// A host's or a domain's name, or an address; options joined by blanks or commas; the path of an account's folder;
+    /// a URI.
     std::string host(std::string_view name) const;
     std::string list(std::string_view options) const;
     std::string home(std::string_view path) const;
+    std::string uri(std::string_view uri) const;
 
     const Pseudonyms& pseudonyms() const { return pseudonyms_; }
 
