@@ -89,7 +89,8 @@ TEST_F(ConvertCommand, writesATableAGroup)
 
 TEST_F(ConvertCommand, needsAFormAndOfTablesAFolder)
 {
-    EXPECT_EQ(ran({"convert", "a.xml"}).error, "invhwctl: convert: missing option: --to xml, json, csv, cyclonedx or html\n");
+    EXPECT_EQ(ran({"convert", "a.xml"}).error,
+              "invhwctl: convert: missing option: --to xml, json, csv, cyclonedx or html\n");
     EXPECT_EQ(ran({"convert", "--to", "csv", "a.xml"}).status, 2);
     EXPECT_EQ(ran({"convert", "--to", "json", "--spreadsheet", "a.xml"}).status, 2);
     const std::string plain = file("plain", "x"), good = file("a.xml", xmlList(""));
