@@ -115,7 +115,7 @@ TEST(TerminalTable, letsNoValueSpeakToTheTerminal)
     Columns columns;
     for (const Value& value : report.groups[0].rows[0].values)
         columns.add(value);
-    for (const size_t width : {0, 100, 20}) {
+    for (const size_t width : {0U, 100U, 20U}) {
         TerminalTable table("X\033]0;x\a", columns, {.width = width, .hasColours = false});
         table.measure(report.groups[0].rows[0]);
         std::ostringstream out;

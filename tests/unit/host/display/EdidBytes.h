@@ -25,7 +25,7 @@ public:
     }
     EdidBytes& maker(const char (&letters)[4])
     {
-        const unsigned word = (letters[0] - '@') << 10 | (letters[1] - '@') << 5 | (letters[2] - '@');
+        const int word = (letters[0] - '@') << 10 | (letters[1] - '@') << 5 | (letters[2] - '@');
         return put(8, {static_cast<uint8_t>(word >> 8), static_cast<uint8_t>(word)});
     }
     EdidBytes& text(size_t field, uint8_t tag, std::string_view text)
