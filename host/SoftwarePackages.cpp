@@ -242,24 +242,42 @@ void addSnaps(const Machine& machine, Collection& collection)
     }
 }
 
+std::string joinedPath(const std::string& folder, std::string_view name)
+{
+    std::string path = folder;
+    path.append("/").append(name);
+    return path;
+}
+
 // The release that an application tells of; a runtime, and an application without one, has its branch for a version.
-void addFlatpak(const Machine& machine, const std::string& folder, const std::string& id, PackageRows& rows)
+void addFlatpak(const Machine& machine, const std::string& deployed, const Package& flatpak, PackageRows& rows)
+{
+    const std::string active = joinedPath(deployed, "active");
+    if (!machine.root.exists(active))
+        return;
+    std::string path = joinedPath(active, "files/share/metainfo/");
+    path.append(flatpak.name).append(".metainfo.xml");
+    const std::string text = machine.root.read(path, kMostDescription).value_or("");
+    const std::string_view release = newestRelease(text);
+    Package package = flatpak;
+    if (!release.empty())
+        package.version = release;
+    rows.add(package, active);
+}
+
+// A folder for each architecture, and in it one for each branch; "current" links to one of these.
+void addFlatpaksOf(const Machine& machine, const std::string& folder, const std::string& id, PackageRows& rows)
 {
     for (const std::string& architecture : machine.root.list(folder)) {
         if (architecture == "current")
             continue;
-        for (const std::string& branch : machine.root.list(folder + '/' + architecture)) {
-            const std::string active = folder + '/' + architecture + '/' + branch + "/active";
-            if (!machine.root.exists(active))
-                continue;
-            const std::string path = active + "/files/share/metainfo/" + id + ".metainfo.xml";
-            const std::string text = machine.root.read(path, kMostDescription).value_or("");
-            const std::string_view release = newestRelease(text);
+        const std::string branches = joinedPath(folder, architecture);
+        for (const std::string& branch : machine.root.list(branches)) {
             Package package;
             package.name = id;
             package.architecture = architecture;
-            package.version = release.empty() ? std::string_view(branch) : release;
-            rows.add(package, active);
+            package.version = branch;
+            addFlatpak(machine, joinedPath(branches, branch), package, rows);
         }
     }
 }
@@ -269,7 +287,7 @@ void addFlatpaks(const Machine& machine, Collection& collection)
     PackageRows rows(machine, collection, "flatpak");
     for (const std::string folder : {"/var/lib/flatpak/app", "/var/lib/flatpak/runtime"})
         for (const std::string& id : machine.root.list(folder))
-            addFlatpak(machine, folder + '/' + id, id, rows);
+            addFlatpaksOf(machine, joinedPath(folder, id), id, rows);
 }
 } // namespace
 

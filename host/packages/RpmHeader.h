@@ -23,5 +23,5 @@ struct RpmPackage {
 /// Reads the header of an installed package (rpm's file format, "header structure", without the bytes before it that
 /// only files have): a count of entries and of data bytes, the entries, the data. Absent when the sizes do not fit the
 /// bytes, or it has no name or version. A header that names no architecture is of a key, not of a program.
-std::optional<RpmPackage> parseRpmHeader(std::string_view header);
+std::optional<RpmPackage> parseRpmHeader(std::string_view bytes);
 } // namespace host
