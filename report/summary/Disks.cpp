@@ -70,8 +70,9 @@ bool isOfInterest(const Row& mount)
 std::set<std::string> membersOf(const Row& drive)
 {
     constexpr size_t kMost = 256;
+    const std::string list = textOf(drive, LOGICAL_DRIVE_MEMBERS);
     std::set<std::string> members;
-    for (const std::string_view member : split(textOf(drive, LOGICAL_DRIVE_MEMBERS), ','))
+    for (const std::string_view member : split(list, ','))
         if (members.size() < kMost && !member.empty())
             members.emplace(trimmed(member));
     return members;
