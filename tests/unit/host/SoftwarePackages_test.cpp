@@ -132,19 +132,26 @@ TEST(SoftwarePackages, releasesAreReadWhereTheyAreWhole)
         EXPECT_EQ(newestRelease(text), "") << text;
 }
 
-TEST(SoftwarePackages, ofHostileFilesEnd)
+#if !defined(__SANITIZE_ADDRESS__) // which keeps so much freed memory that every later process is slow to start and end
+TEST(SoftwarePackages, areBounded)
 {
     const Tree tree;
     std::string many;
     for (int i = 0; i < 210'000; ++i)
         many += "P:p" + std::to_string(i) + "\nV:1\n\n";
     tree.file("/lib/apk/db/installed", many);
-    tree.file(kStatus, std::string(size_t{20} << 20, 'x'));
     EXPECT_EQ(collected(tree, GROUP_SOFTWARE_PACKAGES).size(), 200'000u);
     EXPECT_EQ(statusOf(tree, GROUP_SOFTWARE_PACKAGES),
               "Group=Software Packages|Result=Collected|Rows=200000|Reason=apk: more than 200000 packages");
+}
+#endif
+
+TEST(SoftwarePackages, ofHostileFilesEnd)
+{
+    const Tree tree;
+    tree.file(kStatus, std::string(size_t{20} << 20, 'x'));
+    EXPECT_EQ(statusOf(tree, GROUP_SOFTWARE_PACKAGES), "Group=Software Packages|Result=Empty|Rows=0");
     tree.sparse(kStatus, off_t{1} << 40);
-    tree.file("/lib/apk/db/installed", "");
     EXPECT_EQ(statusOf(tree, GROUP_SOFTWARE_PACKAGES), "Group=Software Packages|Result=Empty|Rows=0|Reason=" +
                                                            std::string(kStatus) + ": longer than 134217728 bytes");
 }
