@@ -2,6 +2,9 @@
 // that it does not answer for, comes from the unit files and the links between them. Machines without systemd have
 // scripts.
 
+#include <map>
+#include <set>
+
 #include "host/Collectors.h"
 #include "host/Kernel.h"
 #include "host/Root.h"
@@ -76,10 +79,13 @@ void addUnits(const Machine& machine, Collection& collection)
     const auto loaded = machine.root.exists(kRunning) ? machine.kernel.services() : std::nullopt;
     const UnitFolders folders(machine.root);
     std::map<std::string, RowBuilder> rows;
-    for (const Service& service : loaded ? *loaded : std::vector<Service>())
+    std::set<std::string> isLoaded;
+    for (const Service& service : loaded ? *loaded : std::vector<Service>()) {
         rows.emplace(service.name, serviceRow(service, kBus));
+        isLoaded.insert(service.name);
+    }
     for (const auto& [name, unit] : folders.services())
-        if (rows.count(name) == 0)
+        if (!isLoaded.contains(name))
             rows.emplace(name, fileRow(name, unit, loaded.has_value()));
     for (auto& [name, row] : rows)
         collection.add(std::move(row));

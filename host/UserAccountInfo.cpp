@@ -72,13 +72,15 @@ void Accounts::addPassword(const Account& account, RowBuilder& row) const
     constexpr int64_t kDay = 86400;
     const auto found = shadows_.find(account.name);
     const Shadow* shadow = found != shadows_.end() ? &found->second : nullptr;
-    if (shadow == nullptr && !account.password)
+    std::optional<PasswordState> password = account.password;
+    if (!password && shadow != nullptr)
+        password = shadow->password;
+    if (!password)
         return;
-    const PasswordState password = account.password ? *account.password : shadow->password;
     const char* source = account.password ? kPasswd : kShadow;
     const bool isExpired = shadow != nullptr && clock_ != 0 && shadow->isExpired(static_cast<int64_t>(clock_) / kDay);
-    row.text(USER_ACCOUNT_INFO_DISABLED, yesOrNo(password.isLocked || isExpired), source);
-    row.text(USER_ACCOUNT_INFO_PASSWORD_REQUIRED, yesOrNo(!password.isEmpty), source);
+    row.text(USER_ACCOUNT_INFO_DISABLED, yesOrNo(password->isLocked || isExpired), source);
+    row.text(USER_ACCOUNT_INFO_PASSWORD_REQUIRED, yesOrNo(!password->isEmpty), source);
     if (shadow == nullptr)
         return;
     row.text(USER_ACCOUNT_INFO_PASSWORD_CHANGEABLE, yesOrNo(shadow->isChangeable()), kShadow);
